@@ -1,0 +1,14 @@
+# Warnings are errors everywhere; sanitizers are chosen by preset.
+set(TESSALY_SANITIZE "" CACHE STRING "Sanitizers for all targets, as -fsanitize takes them")
+
+add_compile_options(
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual -Wformat=2
+  -Wcast-align -Wunused -Wnull-dereference -Wimplicit-fallthrough -Werror)
+add_compile_definitions(QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+if(TESSALY_SANITIZE)
+  add_compile_options(-fsanitize=${TESSALY_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${TESSALY_SANITIZE})
+  # The sanitizer's own instrumentation sets off this warning in g++.
+  add_compile_options(-Wno-null-dereference)
+endif()
