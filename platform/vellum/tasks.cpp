@@ -1,0 +1,110 @@
+#include "tasks.h"
+
+#include <base/device_root.h>
+#include <base/log.h>
+#include <vellum/vellum.h>
+
+#include <cerrno>
+#include <charconv>
+#include <condition_variable>
+#include <csignal>
+#include <cstring>
+#include <filesystem>
+#include <mutex>
+#include <ostream>
+#include <set>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <thread>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Children {
+    std::mutex mutex;
+    std::condition_variable ended;
+    std::set<pid_t> running;
+};
+
+Children& children() {
+    // Never destroyed: reapers may outlive the static objects.
+    static auto* const instance = new Children;
+    return *instance;
+}
+
+/// Each child has a thread that waits for it, so that it is reaped the moment it ends.
+void reap(pid_t child) {
+    int status = 0;
+    while (::waitpid(child, &status, 0) < 0 && errno == EINTR)
+        continue;
+    const std::lock_guard lock(children().mutex);
+    children().running.erase(child);
+    children().ended.notify_all();
+}
+
+/// The program that a process runs. Empty for a process that is gone, a zombie included.
+fs::path programOf(pid_t process) {
+    std::error_code error;
+    return fs::read_symlink("/proc/" + std::to_string(process) + "/exe", error);
+}
+
+fs::path canonicalHostPath(const std::string& devicePath) {
+    std::error_code error;
+    return fs::weakly_canonical(tessaly::base::hostPath(devicePath), error);
+}
+
+} // namespace
+
+int OpenTask(const char* path, int argc, const char* const* argv, int) {
+    const std::string program = tessaly::base::hostPath(path);
+    std::vector<std::string> texts{program};
+    for (int i = 0; i < argc && argv[i]; ++i)
+        texts.emplace_back(argv[i]);
+    std::vector<char*> arguments;
+    for (std::string& text : texts)
+        arguments.push_back(text.data());
+    arguments.push_back(nullptr);
+
+    pid_t child = -1;
+    const int failure = ::posix_spawn(&child, program.c_str(), nullptr, nullptr, arguments.data(), environ);
+    if (failure != 0) {
+        tessaly::log::cb::error(__FILE__, __LINE__, __func__, [&](std::ostream& out) -> std::ostream& {
+            return out << "Can not start " << program << ": " << std::strerror(failure);
+        });
+        return -1;
+    }
+    {
+        const std::lock_guard lock(children().mutex);
+        children().running.insert(child);
+    }
+    std::thread(reap, child).detach();
+    return child;
+}
+
+int FindTaskByAppName(const char* path) {
+    const fs::path wanted = canonicalHostPath(path);
+    std::error_code error;
+    for (const auto& entry : fs::directory_iterator("/proc", error)) {
+        const std::string name = entry.path().filename();
+        pid_t process = -1;
+        if (std::from_chars(name.data(), name.data() + name.size(), process).ec == std::errc() &&
+            programOf(process) == wanted)
+            return process;
+    }
+    return -1;
+}
+
+int CloseTask(int task, int, int) {
+    // A number that another program of the host bears by now must not be hit.
+    const std::string programs = canonicalHostPath("/ebrmain/bin").string() + '/';
+    if (task <= 0 || !programOf(task).string().starts_with(programs))
+        return -1;
+    return ::kill(task, SIGTERM) == 0 ? 0 : -1;
+}
+
+void vellum::waitForTask(int task) {
+    std::unique_lock lock(children().mutex);
+    children().ended.wait(lock, [task] { return !children().running.contains(task); });
+}
