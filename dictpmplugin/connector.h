@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <memory>
+
+namespace tessaly::dictionary {
+
+class DBHolder;
+
+/// Brings the device online in the background and stores the server's catalogue once the server answers. Runs
+/// on the thread that owns it; a tick blocks it for the length of one request.
+class Connector : public QObject {
+    Q_OBJECT
+
+public:
+    Connector(const std::shared_ptr<DBHolder>& holder, QObject* parent);
+
+    /// One poll. Stops polling when the device is connected. Else asks the server, for 30 ticks at most; each
+    /// tick that doesn't find the device connected emits `finished`, and stores the catalogue once more if it
+    /// got one.
+    void tryConnectToInet();
+
+Q_SIGNALS:
+    /// The result of one tick.
+    void finished(bool is_ok);
+
+public Q_SLOTS:
+    /// Starts the network agent, whose task identifier it returns (the caller ends it), and polls every 1000
+    /// ms.
+    int connectToInet();
+    /// From now on each tick that finds the device offline fails. The polling goes on.
+    void setClose();
+
+private:
+    std::shared_ptr<DBHolder> m_dbHolder;
+    bool m_close = false;
+    int m_attempts = 0; ///< ticks that found the device not connected; never reset
+    QTimer m_pollTimer;
+};
+
+} // namespace tessaly::dictionary

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "connector.h"
+
+#include <common_utilities/either.h>
+#include <dictionaries/api_error.h>
+#include <dictionaries/dictionary_info.h>
+
+#include <QObject>
+#include <boost/optional.hpp>
+#include <memory>
+#include <vector>
+
+namespace tessaly::dictionary {
+
+class DBHolder;
+
+/// Where the server's catalogue meets the stored one. The object and its slots belong to the thread of the
+/// interface; the fetching and synchronising operations block and may run on a worker, as long as no two that
+/// touch the database run at once.
+class DataManager : public QObject {
+    Q_OBJECT
+
+public:
+    enum Error {
+        NetworkNotAvailableError = 0, ///< the device could not be connected
+        NetworkError = 1,             ///< no answer from the server
+        DatabaseFileNotExist = 2,     ///< no database; a connection was started in the background
+        DatabaseError = 3,            ///< the stored catalogue can't be read
+        UndefinedError = 4            ///< any other answer of the server
+    };
+    Q_ENUM(Error)
+
+    using Dictionaries = std::vector<DictionaryInfo>;
+
+    explicit DataManager(const std::shared_ptr<DBHolder>& holder);
+
+    /// Makes sure that the device is online. True: it was connected just now.
+    static Either<Error, bool> netConnect();
+
+    /// The server's whole catalogue.
+    Either<Error, Dictionaries> getDictionariesFromNet();
+
+    /// The stored catalogue. Without a database it starts connecting in the background, once in the life of
+    /// the process.
+    Either<Error, Dictionaries> getDictionariesFromDB();
+
+    /// Replaces the stored catalogue with what the server and the stored one have together. Empty on success;
+    /// errors of the database are logged only. A process killed in between leaves a catalogue that the next
+    /// run makes whole.
+    boost::optional<Error> synchronizeMetaData();
+
+    static Error errorFromApiError(const ApiError& error);
+
+    /// Ends the network agent.
+    void killInetConnect();
+
+    /// Whether a background connection was ever started, by any instance. Never set back, on purpose.
+    static bool isConnecting;
+
+public Q_SLOTS:
+    void handleConnetingFinished(bool is_ok);
+    void stopConnecting();
+
+private:
+    std::shared_ptr<DBHolder> m_dbHolder;
+    Connector m_connector;
+    int m_agentTask = -1; ///< set when the background connection is started
+};
+
+} // namespace tessaly::dictionary

@@ -1,0 +1,118 @@
+#pragma once
+
+#include "run_state.h"
+
+#include <QFutureWatcher>
+#include <QObject>
+#include <QTimer>
+#include <functional>
+#include <memory>
+#include <string>
+
+class QJSEngine;
+class QQmlEngine;
+
+namespace tessaly::dictionary {
+
+struct PackageRun;
+
+/// Turns the marked dictionaries into installed ones: has the server build a package, downloads it, runs the
+/// device's installer on it and reports. One object for the process; it lives until the process ends and
+/// belongs to C++. Its thread is that of the interface, on which all slots are called; signals that a worker
+/// emits arrive queued.
+class DictPMController : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(int progress READ progress NOTIFY progressChanged)
+    Q_PROPERTY(bool isInstalling READ isInstalling WRITE setIsInstalling NOTIFY isInstallingChanged)
+
+public:
+    enum ErrorType {
+        NoError = 0,
+        EmptyIDsList = 1,
+        LastQueryNotYetProcessed = 2,
+        TaskIDError = 3,
+        PackageIsStillCreating = 4,
+        DownloadUrlError = 5,
+        InstallPackageError = 6,
+        NoSpaceOnSecureStorage = 7
+    };
+    Q_ENUM(ErrorType)
+
+    /// The values of syncState().
+    enum SyncState {
+        Idle = 0,
+        Starting = 1,
+        WaitingForPackage = 2,
+        Downloading = 3,
+        Installing = 4,
+        DownloadFailed = 5,
+        Cancelled = RunState::cancelledState,
+        InstallationFailed = 7,
+        Installed = 8
+    };
+
+    DictPMController();
+    /// Cancels what runs and waits for its worker.
+    ~DictPMController() override;
+
+    static DictPMController* instance();
+    static QObject* qmlInstance(QQmlEngine* engine, QJSEngine* scriptEngine);
+    static const char* qmlTypeName() { return "DictPMController"; }
+
+    [[nodiscard]] int progress() const { return m_progress; } ///< 0 to 100, of the whole process
+    [[nodiscard]] bool isInstalling() const { return m_isInstalling; }
+    [[nodiscard]] int syncState() const { return m_state.state(); } ///< any thread
+
+    /// The current run's download step; blocks. On a worker thread.
+    bool downloadPackage();
+    void installPackage();
+    /// `code` is the installer's: 0 is success, -10 no space on the secure storage.
+    void handleInstallFinished(int code);
+    static void dictInstallTimerFunc(void* controller);
+
+    void syncTimerHandler();
+    void handleWaitingDownloadProgress();
+    void handleDownloadProgress();
+
+Q_SIGNALS:
+    void progressChanged(int value);
+    void syncStateChanged(int syncState);
+    void errorTypeChanged(int error_type);
+    void fatalError();
+    void simpleError();
+    void syncFinished(bool success);
+    void isInstallingChanged(bool isInstalling);
+
+public Q_SLOTS:
+    int errorType() const { return m_state.error(); } // any thread
+    void handleDownloadFinished();
+    /// Starts a run for the marked dictionaries. Nothing happens when the device can't be connected.
+    void downloadPackageProcess();
+    /// Waits for the package of the last run once more; starts anew when the server never gave one.
+    void reDownloadPackageProcess();
+    void setSyncState(int syncState);
+    void setErrorType(int erorr_type);
+    void cancelDownloading();
+    void setIsInstalling(bool isInstalling);
+
+private:
+    void setProgress(int value);
+    void startRun(std::shared_ptr<PackageRun> run, const std::function<bool(PackageRun&)>& work);
+    void pollInstaller();
+    void removePackage() const;
+
+    // On a run's worker thread.
+    bool requestAndDownload(PackageRun& run);
+    bool downloadPackage(PackageRun& run);
+    void setSyncState(const PackageRun& run, int syncState);
+    bool fail(const PackageRun& run, ErrorType error);
+
+    int m_progress = 0;
+    QTimer m_syncTimer;
+    RunState m_state;
+    std::shared_ptr<PackageRun> m_run; ///< the last one started; never null
+    QFutureWatcher<bool> m_watcher;
+    bool m_isInstalling = false;
+};
+
+} // namespace tessaly::dictionary
