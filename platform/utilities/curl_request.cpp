@@ -1,0 +1,187 @@
+#include "curl_request.h"
+
+#include <vellum/device_state.h>
+
+namespace tessaly::utilities {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+bool isLibraryReady() {
+    static const bool isReady = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
+    return isReady;
+}
+
+/// libcurl takes texts that end at the first NUL, and sends headers as they come.
+bool isOneLine(const std::string& text) {
+    using namespace std::string_view_literals;
+    return text.find_first_of("\r\n\0"sv) == std::string::npos;
+}
+
+} // namespace
+
+CurlRequest::CurlRequest(const std::string& url, const HttpLimits& limits)
+    : m_maximumSize(limits.answerBytes)
+    , m_maximumStall(limits.stallSeconds) {
+    if (isLibraryReady()) {
+        m_multi.reset(curl_multi_init());
+        m_easy.reset(curl_easy_init());
+    }
+    if (!m_multi || !m_easy)
+        refuse(CURLE_FAILED_INIT);
+    if (!isOneLine(url))
+        refuse(CURLE_URL_MALFORMAT);
+
+    set(CURLOPT_ERRORBUFFER, m_errorBuffer);
+    set(CURLOPT_URL, url.c_str());
+    set(CURLOPT_PROTOCOLS_STR, "http,https");
+    set(CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
+    set(CURLOPT_FOLLOWLOCATION, 1L);
+    set(CURLOPT_MAXREDIRS, 3L);
+    set(CURLOPT_NOPROXY, "*");
+    set(CURLOPT_NOSIGNAL, 1L);
+    // An address that takes long to look up must not hold up the end of a request.
+    set(CURLOPT_QUICK_EXIT, 1L);
+    set(CURLOPT_CONNECTTIMEOUT_MS, limits.connectTimeoutMs);
+    set(CURLOPT_TIMEOUT, limits.totalSeconds);
+    set(CURLOPT_MAXFILESIZE_LARGE, curl_off_t{limits.answerBytes});
+    set(CURLOPT_BUFFERSIZE, 512L * 1024);
+    set(CURLOPT_WRITEFUNCTION, &CurlRequest::writeCallback);
+    set(CURLOPT_WRITEDATA, this);
+}
+
+template<class T>
+void CurlRequest::set(CURLoption option, T value) {
+    if (m_easy)
+        refuse(curl_easy_setopt(m_easy.get(), option, value));
+}
+
+/// The first failure is the one that counts.
+void CurlRequest::refuse(CURLcode code) {
+    if (m_ownFailure == CURLE_OK)
+        m_ownFailure = code;
+}
+
+void CurlRequest::addHeader(const std::string& name, const std::string& value) {
+    if (name.empty() || name.find(':') != std::string::npos || !isOneLine(name) || !isOneLine(value))
+        return refuse(CURLE_BAD_FUNCTION_ARGUMENT);
+    // A header without a value is written with a semicolon; a colon alone would remove it.
+    const std::string line = value.empty() ? name + ';' : name + ": " + value;
+    curl_slist* const longer = curl_slist_append(m_headers.get(), line.c_str());
+    if (!longer)
+        return refuse(CURLE_OUT_OF_MEMORY);
+    static_cast<void>(m_headers.release());
+    m_headers.reset(longer);
+    set(CURLOPT_HTTPHEADER, longer);
+}
+
+void CurlRequest::setPostBody(const std::string& body) {
+    set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
+    set(CURLOPT_COPYPOSTFIELDS, body.data());
+}
+
+CURLcode CurlRequest::perform(const BodyWriter& writer) {
+    if (m_ownFailure != CURLE_OK)
+        return m_ownFailure;
+    if (!vellum::state::isNetworkReachable())
+        return CURLE_COULDNT_CONNECT;
+    if (curl_multi_add_handle(m_multi.get(), m_easy.get()) != CURLM_OK)
+        return CURLE_FAILED_INIT;
+    m_writer = &writer;
+    const CURLcode code = run();
+    curl_multi_remove_handle(m_multi.get(), m_easy.get());
+    if (m_thrown)
+        std::rethrow_exception(m_thrown);
+    if (m_isCancelled)
+        return CURLE_ABORTED_BY_CALLBACK;
+    return m_ownFailure != CURLE_OK ? m_ownFailure : code;
+}
+
+CURLcode CurlRequest::run() {
+    auto lastByte = Clock::now();
+    auto lastLook = lastByte;
+    std::int64_t bytes = 0;
+    for (int running = 1; running != 0;) {
+        if (curl_multi_perform(m_multi.get(), &running) != CURLM_OK)
+            return CURLE_FAILED_INIT;
+        if (running != 0 && curl_multi_poll(m_multi.get(), nullptr, 0, 500, nullptr) != CURLM_OK)
+            return CURLE_FAILED_INIT;
+        if (m_isCancelled)
+            return CURLE_ABORTED_BY_CALLBACK;
+        const auto now = Clock::now();
+        if (const std::int64_t soFar = bytesSoFar(); soFar != bytes) {
+            bytes = soFar;
+            lastByte = now;
+        }
+        // libcurl's own bound on slowness looks at an average: it would come seconds late.
+        if (running != 0 && now - lastByte >= m_maximumStall)
+            return CURLE_OPERATION_TIMEDOUT;
+        // A network that goes out of reach takes the transfers along.
+        if (running != 0 && now - lastLook >= std::chrono::seconds(1)) {
+            if (!vellum::state::isNetworkReachable())
+                return CURLE_RECV_ERROR;
+            lastLook = now;
+        }
+    }
+    int left = 0;
+    const CURLMsg* const message = curl_multi_info_read(m_multi.get(), &left);
+    return message ? message->data.result : CURLE_FAILED_INIT;
+}
+
+/// Whatever came or went: heads, bodies, redirects.
+std::int64_t CurlRequest::bytesSoFar() const {
+    long heads = 0;
+    curl_off_t received = 0;
+    curl_off_t sent = 0;
+    curl_easy_getinfo(m_easy.get(), CURLINFO_HEADER_SIZE, &heads);
+    curl_easy_getinfo(m_easy.get(), CURLINFO_SIZE_DOWNLOAD_T, &received);
+    curl_easy_getinfo(m_easy.get(), CURLINFO_SIZE_UPLOAD_T, &sent);
+    return heads + received + sent;
+}
+
+void CurlRequest::cancel() {
+    m_isCancelled = true;
+    if (m_multi)
+        curl_multi_wakeup(m_multi.get());
+}
+
+bool CurlRequest::write(std::string_view piece) {
+    m_received += static_cast<long long>(piece.size());
+    if (m_received > m_maximumSize) {
+        refuse(CURLE_FILESIZE_EXCEEDED);
+        return false;
+    }
+    if (m_isCancelled)
+        return false;
+    (*m_writer)(piece);
+    return true;
+}
+
+std::size_t CurlRequest::writeCallback(char* data, std::size_t size, std::size_t count, void* request) {
+    auto* const self = static_cast<CurlRequest*>(request);
+    try {
+        return self->write({data, size * count}) ? size * count : CURL_WRITEFUNC_ERROR;
+    } catch (...) { // must not pass through libcurl
+        self->m_thrown = std::current_exception();
+        return CURL_WRITEFUNC_ERROR;
+    }
+}
+
+int CurlRequest::status() const {
+    long status = 0;
+    curl_easy_getinfo(m_easy.get(), CURLINFO_RESPONSE_CODE, &status);
+    return static_cast<int>(status);
+}
+
+std::int64_t CurlRequest::announcedSize() const {
+    curl_off_t size = -1;
+    curl_easy_getinfo(m_easy.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &size);
+    return size;
+}
+
+std::string CurlRequest::errorText(CURLcode code) const {
+    return m_errorBuffer[0] != '\0' && m_ownFailure == CURLE_OK ? m_errorBuffer : curl_easy_strerror(code);
+}
+
+} // namespace tessaly::utilities

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <utilities/http_client.h>
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <curl/curl.h>
+#include <exception>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tessaly::utilities {
+
+/// One request over http or https, within the bounds of HttpLimits. Used by one thread, but for cancel().
+class CurlRequest {
+public:
+    CurlRequest(const std::string& url, const HttpLimits& limits);
+
+    void addHeader(const std::string& name, const std::string& value);
+    /// Makes it a POST.
+    void setPostBody(const std::string& body);
+
+    /// Gets the body piece by piece. What it throws ends the request and comes out of perform().
+    using BodyWriter = std::function<void(std::string_view)>;
+    /// Blocks until the whole answer, whatever its status, has been written, or the request failed. Once
+    /// only.
+    CURLcode perform(const BodyWriter& writer);
+
+    /// Any thread. perform() then returns CURLE_ABORTED_BY_CALLBACK within a moment, or at once if it comes
+    /// later.
+    void cancel();
+    [[nodiscard]] bool isCancelled() const { return m_isCancelled; }
+
+    /// Of the answer; known as soon as its body arrives. The size is negative when it isn't announced.
+    [[nodiscard]] int status() const;
+    [[nodiscard]] std::int64_t announcedSize() const;
+
+    /// Why perform() returned `code`.
+    [[nodiscard]] std::string errorText(CURLcode code) const;
+
+private:
+    template<auto function>
+    struct Free {
+        template<class T>
+        void operator()(T* object) const {
+            function(object);
+        }
+    };
+    using Headers = std::unique_ptr<curl_slist, Free<curl_slist_free_all>>;
+
+    template<class T>
+    void set(CURLoption option, T value);
+    void refuse(CURLcode code);
+    bool write(std::string_view piece);
+    CURLcode run();
+    std::int64_t bytesSoFar() const;
+    static std::size_t writeCallback(char* data, std::size_t size, std::size_t count, void* request);
+
+    const long long m_maximumSize;
+    const std::chrono::seconds m_maximumStall;
+    const BodyWriter* m_writer = nullptr; ///< while performing
+    long long m_received = 0;
+    std::exception_ptr m_thrown;
+    CURLcode m_ownFailure = CURLE_OK; ///< found by this class rather than by libcurl
+    std::atomic<bool> m_isCancelled{false};
+    char m_errorBuffer[CURL_ERROR_SIZE] = {};
+    Headers m_headers;
+    // In this order: the easy handle must go first.
+    std::unique_ptr<CURLM, Free<curl_multi_cleanup>> m_multi;
+    std::unique_ptr<CURL, Free<curl_easy_cleanup>> m_easy;
+};
+
+} // namespace tessaly::utilities

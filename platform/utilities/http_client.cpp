@@ -1,0 +1,56 @@
+#include <utilities/http_client.h>
+
+#include "curl_request.h"
+
+#include <exception>
+#include <utility>
+
+namespace tessaly::utilities {
+
+namespace {
+
+HttpLimits& sharedLimits() {
+    static HttpLimits limits;
+    return limits;
+}
+
+HttpAnswer send(const std::string& url, const HttpLimits& limits, const HttpClient::Headers& headers,
+                const std::string* postBody) {
+    try {
+        std::string body;
+        CurlRequest request(url, limits);
+        for (const auto& [name, value] : headers)
+            request.addHeader(name, value);
+        if (postBody)
+            request.setPostBody(*postBody);
+        const CURLcode code = request.perform([&body](std::string_view piece) { body.append(piece); });
+        if (code != CURLE_OK)
+            return {code, 0, {}};
+        return {CURLE_OK, request.status(), std::move(body)};
+    } catch (const std::exception&) {
+        return {CURLE_OUT_OF_MEMORY, 0, {}};
+    }
+}
+
+} // namespace
+
+HttpClient::HttpClient(const HttpLimits& limits)
+    : m_limits(limits) {}
+
+HttpAnswer HttpClient::get(const std::string& url, const Headers& headers) const {
+    return send(url, m_limits, headers, nullptr);
+}
+
+HttpAnswer HttpClient::post(const std::string& url, const std::string& body, const Headers& headers) const {
+    return send(url, m_limits, headers, &body);
+}
+
+HttpLimits HttpClient::defaultLimits() {
+    return sharedLimits();
+}
+
+void HttpClient::setDefaultLimits(const HttpLimits& limits) {
+    sharedLimits() = limits;
+}
+
+} // namespace tessaly::utilities
