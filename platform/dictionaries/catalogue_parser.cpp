@@ -1,0 +1,161 @@
+#include "catalogue_parser.h"
+
+#include "server_request.h"
+#include "web_address.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <algorithm>
+#include <base/log.h>
+#include <limits>
+#include <ostream>
+#include <unordered_set>
+#include <utilities/locale_parser.h>
+#include <vellum/dictionary_folders.h>
+
+namespace tessaly::dictionary {
+
+namespace {
+
+constexpr qsizetype longestFileName = 255;
+constexpr qint64 largestNumber = std::numeric_limits<std::int32_t>::max();
+
+void warnOf(qsizetype place, const std::string& what) {
+    log::cb::warn(__FILE__, __LINE__, __func__, [&](std::ostream& out) -> std::ostream& {
+        return out << "catalogue record " << place << ": " << what;
+    });
+}
+
+bool isDictionaryFileName(const QString& name) {
+    const QByteArray bytes = name.toUtf8();
+    const auto isForbidden = [](QChar c) { return c == u'/' || c.category() == QChar::Other_Control; };
+    return bytes.size() <= longestFileName && bytes.size() > qsizetype(vellum::dictionaryEnding.size()) &&
+           bytes.toStdString().ends_with(vellum::dictionaryEnding) &&
+           std::none_of(name.begin(), name.end(), isForbidden);
+}
+
+/// Reads the members of one record; the first that is not what it has to be makes the record a bad one.
+class RecordReader {
+public:
+    explicit RecordReader(const QJsonObject& record)
+        : m_record(record) {}
+
+    /// What is wrong with the record; empty if nothing is.
+    [[nodiscard]] const std::string& fault() const { return m_fault; }
+    /// Which language was left out of it; empty if none was.
+    [[nodiscard]] const std::string& languageFault() const { return m_languageFault; }
+
+    std::string text(const char* member) { return string(value(member), member).toStdString(); }
+
+    /// 0 for a member that is absent.
+    qint64 number(const char* member, qint64 smallest, qint64 largest) {
+        const QJsonValue found = value(member);
+        if (found.isNull())
+            return 0;
+        constexpr qint64 none = std::numeric_limits<qint64>::min();
+        const qint64 number = found.toInteger(none);
+        if (number == none || number < smallest || number > largest)
+            fail(std::string(member) + " is not a number in range");
+        return number;
+    }
+
+    void require(bool condition, const char* what) {
+        if (!condition)
+            fail(what);
+    }
+
+    boost::optional<utilities::Locale> language(const char* member) {
+        const QJsonValue found = value(member);
+        if (!found.isNull() && !found.isObject())
+            fail(std::string(member) + " is not a language");
+        const QString code = string(found.toObject().value(QLatin1String("code")), member);
+        const QString region = string(found.toObject().value(QLatin1String("region")), member);
+        const QString text = region.isEmpty() ? code : code + u'_' + region;
+        const auto locale = utilities::locale_parser::tagged_parse(text.toStdString(), '_');
+        if (locale.isLeft())
+            m_languageFault = std::string(member) + " is left out, not a language code";
+        if (locale.isLeft() || locale.getRight().language.empty())
+            return boost::none;
+        return locale.getRight();
+    }
+
+private:
+    /// Null for a member that is absent.
+    [[nodiscard]] QJsonValue value(const char* member) const {
+        const QJsonValue found = m_record.value(QLatin1String(member));
+        return found.isUndefined() ? QJsonValue() : found;
+    }
+
+    QString string(const QJsonValue& value, const char* member) {
+        if (!value.isNull() && !value.isUndefined() && !value.isString())
+            fail(std::string(member) + " is not a text");
+        return value.toString();
+    }
+
+    void fail(const std::string& what) {
+        if (m_fault.empty())
+            m_fault = what;
+    }
+
+    const QJsonObject m_record;
+    std::string m_fault;
+    std::string m_languageFault;
+};
+
+DictionaryInfo readRecord(RecordReader& reader) {
+    DictionaryInfo info;
+    info.serverId = std::int32_t(reader.number("id", 1, largestNumber));
+    reader.require(info.serverId > 0, "no id");
+    info.name = reader.text("name");
+    reader.require(!info.name.empty(), "no name");
+    info.file = reader.text("file");
+    reader.require(isDictionaryFileName(QString::fromStdString(info.file)),
+                   "file is not a dictionary file's name");
+    info.version = std::int32_t(reader.number("version", -largestNumber, largestNumber));
+    reader.number("size", 0, std::numeric_limits<qint64>::max());
+    info.thumbnail = reader.text("thumbnail");
+    if (!isWebAddress(info.thumbnail))
+        info.thumbnail.clear();
+    info.description = reader.text("description");
+    info.category = reader.text("category");
+    info.provider = reader.text("provider");
+    info.publishDate = reader.text("publish_date");
+    info.dictSet = reader.text("set");
+    info.languageFrom = reader.language("language_from");
+    info.languageTo = reader.language("language_to");
+    return info;
+}
+
+} // namespace
+
+Either<ApiError, std::vector<DictionaryInfo>> parseCatalogue(const std::string& body) {
+    const auto json = parseJson(body, "catalogue");
+    if (json.isLeft())
+        return Left<ApiError>(json.getLeft());
+    if (!json.getRight().isArray())
+        return Left<ApiError>(parseError("catalogue", 0, "not a list"));
+
+    std::vector<DictionaryInfo> records;
+    std::unordered_set<std::int32_t> serverIds;
+    const QJsonArray list = json.getRight().array();
+    for (qsizetype place = 0; place < list.size(); ++place) {
+        if (!list.at(place).isObject()) {
+            warnOf(place, "left out, not a record");
+            continue;
+        }
+        RecordReader reader(list.at(place).toObject());
+        const DictionaryInfo info = readRecord(reader);
+        if (!reader.fault().empty()) {
+            warnOf(place, "left out, " + reader.fault());
+        } else if (!serverIds.insert(info.serverId).second) {
+            warnOf(place, "left out, id " + std::to_string(info.serverId) + " was there before");
+        } else {
+            if (!reader.languageFault().empty())
+                warnOf(place, reader.languageFault());
+            records.push_back(info);
+        }
+    }
+    return Right<std::vector<DictionaryInfo>>(records);
+}
+
+} // namespace tessaly::dictionary

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <common_utilities/either.h>
+#include <dictionaries/export.h>
+#include <utilities/basic_locale.h>
+#include <utilities/error.h>
+
+#include <boost/optional.hpp>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tessaly::dictionary {
+
+/// What a dictionary file says of itself; texts it doesn't have are empty, languages that don't parse absent.
+struct Metadata {
+    std::string title;
+    boost::optional<utilities::Locale> languageFrom;
+    boost::optional<utilities::Locale> languageTo;
+    std::string description;
+    std::string category;
+    std::string provider;
+    std::string publishDate;
+    std::string dictSet;
+    std::string thumbnail;
+    std::int32_t version = 0;
+};
+
+struct Entry {
+    std::string headword;
+    std::string definition;
+};
+
+/// An open dictionary file, read only. Copies share it. One thread at a time.
+class TESSALY_DICTIONARIES_API DictionaryFile {
+public:
+    /// Empty when the file has no metadata at all.
+    [[nodiscard]] const boost::optional<Metadata>& metadata() const { return m_metadata; }
+
+    /// The entries of a word: letter for letter if there are any, else those that differ in letter case only.
+    [[nodiscard]] std::vector<Entry> lookup(const std::string& word) const;
+
+private:
+    friend TESSALY_DICTIONARIES_API Either<Error, DictionaryFile> open(const std::string& path);
+    struct Database;
+    std::shared_ptr<Database> m_database;
+    boost::optional<Metadata> m_metadata;
+};
+
+/// Opens a dictionary by its device path and reads its metadata. Any thread.
+TESSALY_DICTIONARIES_API Either<Error, DictionaryFile> open(const std::string& path);
+
+} // namespace tessaly::dictionary

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <common_utilities/either.h>
+#include <dictionaries/api_error.h>
+#include <dictionaries/dictionary_info.h>
+#include <dictionaries/export.h>
+
+#include <string>
+#include <vector>
+
+namespace tessaly::dictionary {
+
+/// Address of the dictionary server, without a trailing slash: what the device's configuration says.
+TESSALY_DICTIONARIES_API std::string default_base_url();
+
+/// The client of the dictionary server. Each call is one request that blocks, with bounded time and answer
+/// size. Any thread.
+namespace Routes {
+
+/// The whole catalogue. A record that isn't one is dropped with a warning.
+TESSALY_DICTIONARIES_API Either<ApiError, std::vector<DictionaryInfo>>
+listDictionaries(const std::string& baseUrl);
+
+/// Asks for one package of the dictionaries with these server numbers ("12,40"); the package's task number.
+TESSALY_DICTIONARIES_API Either<ApiError, long long> requestDictionariesDownload(const std::string& ids,
+                                                                                 const std::string& baseUrl);
+
+/// Where the package can be fetched; ApiError::Wait while it is still being built. The address carries the
+/// announced size and checksum in its fragment, where the downloader finds them.
+TESSALY_DICTIONARIES_API Either<ApiError, std::string> getDictionariesDownloadUrl(long long taskId,
+                                                                                  const std::string& baseUrl);
+
+/// Reports that a package was installed; what the server says to that.
+TESSALY_DICTIONARIES_API Either<ApiError, std::string> sendSuccessInstall(const std::string& taskId,
+                                                                          const std::string& baseUrl);
+
+} // namespace Routes
+
+} // namespace tessaly::dictionary

@@ -1,0 +1,37 @@
+#include <dictionaries/morph_map.h>
+
+#include <QQmlEngine>
+#include <utilities/locale_parser.h>
+
+namespace tessaly::dictionary {
+
+MorphValue* MorphMap::at(const QString& code) {
+    MorphValue*& entry = m_values[code];
+    if (!entry) {
+        entry = new MorphValue(this);
+        // An engine would else take an object that it gets from a call for its own.
+        QQmlEngine::setObjectOwnership(entry, QQmlEngine::CppOwnership);
+        beginFollowing();
+        entry->setValue(find(code));
+    }
+    return entry;
+}
+
+void MorphMap::refresh() {
+    // A handler may ask for another language meanwhile, which moves the table's entries.
+    const QHash<QString, MorphValue*> values = m_values;
+    for (auto entry = values.begin(); entry != values.end(); ++entry)
+        entry.value()->setValue(find(entry.key()));
+}
+
+QStringList MorphMap::candidates(const QString& code) {
+    const auto locale = utilities::locale_parser::tagged_parse(code.toStdString(), '_');
+    if (locale.isLeft() || locale.getRight().language.empty())
+        return {};
+    QStringList codes{code};
+    if (locale.getRight().region)
+        codes.append(QString::fromStdString(locale.getRight().language));
+    return codes;
+}
+
+} // namespace tessaly::dictionary

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <common_utilities/either.h>
+#include <dictionaries/api_error.h>
+
+#include <QHash>
+#include <QString>
+#include <string>
+
+namespace tessaly::dictionary {
+
+/// The server's list of morphology data: address by language code. Entries that are neither are left out with
+/// a warning. One request that blocks, for a shorter time than others: the process can't end meanwhile. Any
+/// thread.
+Either<ApiError, QHash<QString, QString>> listMorphology(const std::string& baseUrl,
+                                                         const std::string& apiKey);
+
+} // namespace tessaly::dictionary

@@ -1,0 +1,62 @@
+#include "server_request.h"
+
+#include <QByteArray>
+#include <algorithm>
+#include <curl/curl.h>
+#include <limits>
+
+namespace tessaly::dictionary {
+
+namespace {
+
+Either<ApiError, std::string> checkedBody(const utilities::HttpAnswer& answer, int expected, int wait) {
+    if (answer.isTransportFailure())
+        return Left<ApiError>({ApiError::CurlError{answer.curlCode}});
+    if (wait != 0 && answer.status == wait)
+        return Left<ApiError>({ApiError::Wait()});
+    if (answer.status != expected)
+        return Left<ApiError>({ApiError::HttpError{answer.status}});
+    return Right<std::string>(answer.body);
+}
+
+} // namespace
+
+ApiError parseError(const std::string& where, std::int64_t position, const std::string& what) {
+    constexpr std::int64_t largest = std::numeric_limits<std::int32_t>::max();
+    return {ApiError::ParseError{Error{{{where, std::int32_t(std::min(position, largest)), what}}}}};
+}
+
+utilities::HttpLimits shortAnswerLimits() {
+    utilities::HttpLimits limits = utilities::HttpClient::defaultLimits();
+    limits.answerBytes = std::min(limits.answerBytes, 64LL << 10);
+    return limits;
+}
+
+Either<ApiError, std::string> getBody(const std::string& baseUrl, const std::string& path, int expected,
+                                      int wait, const utilities::HttpLimits& limits,
+                                      const utilities::HttpClient::Headers& headers) {
+    if (baseUrl.empty())
+        return Left<ApiError>({ApiError::CurlError{CURLE_URL_MALFORMAT}});
+    return checkedBody(utilities::HttpClient(limits).get(baseUrl + path, headers), expected, wait);
+}
+
+Either<ApiError, std::string> postForBody(const std::string& baseUrl, const std::string& path, int expected,
+                                          int wait) {
+    if (baseUrl.empty())
+        return Left<ApiError>({ApiError::CurlError{CURLE_URL_MALFORMAT}});
+    return checkedBody(utilities::HttpClient(shortAnswerLimits()).post(baseUrl + path), expected, wait);
+}
+
+Either<ApiError, QJsonDocument> parseJson(const std::string& body, const std::string& where) {
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromStdString(body), &error);
+    if (error.error != QJsonParseError::NoError)
+        return Left<ApiError>(parseError(where, error.offset, error.errorString().toStdString()));
+    return Right<QJsonDocument>(document);
+}
+
+std::string escaped(const std::string& text) {
+    return QByteArray::fromStdString(text).toPercentEncoding(",").toStdString();
+}
+
+} // namespace tessaly::dictionary

@@ -1,0 +1,73 @@
+#include <dictionaries/vl_api.h>
+
+#include <base/device_root.h>
+#include <base/log.h>
+#include <vellum/dictionary_folders.h>
+
+#include <filesystem>
+#include <ostream>
+#include <set>
+
+namespace tessaly::vl_api {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Names of the dictionary files in a folder, in byte order. A folder that is absent or can't be read has
+/// none.
+std::set<std::string> dictionaryFilesIn(const std::string& folder) {
+    std::set<std::string> files;
+    std::error_code error;
+    for (fs::directory_iterator entry(base::hostPath(folder), error), end; !error && entry != end;
+         entry.increment(error)) {
+        const std::string file = entry->path().filename();
+        // The status follows links: a dangling one, or one to a folder, is no dictionary.
+        std::error_code unreadable;
+        if (file.size() > vellum::dictionaryEnding.size() && file.ends_with(vellum::dictionaryEnding) &&
+            entry->is_regular_file(unreadable))
+            files.insert(file);
+    }
+    return files;
+}
+
+} // namespace
+
+bool DictionariesBimap::insert(const Dictionary& dictionary) {
+    if (m_byName.contains(dictionary.name) || m_byFile.contains(dictionary.file))
+        return false;
+    m_byName.emplace(dictionary.name, m_dictionaries.size());
+    m_byFile.emplace(dictionary.file, m_dictionaries.size());
+    m_dictionaries.push_back(dictionary);
+    return true;
+}
+
+const Dictionary* DictionariesBimap::findByName(const std::string& name) const {
+    const auto found = m_byName.find(name);
+    return found == m_byName.end() ? nullptr : &m_dictionaries[found->second];
+}
+
+const Dictionary* DictionariesBimap::findByFileName(const std::string& file) const {
+    const auto found = m_byFile.find(file);
+    return found == m_byFile.end() ? nullptr : &m_dictionaries[found->second];
+}
+
+DictionariesBimap enumDictionaries() {
+    DictionariesBimap dictionaries;
+    for (const std::string_view folder : vellum::dictionaryFolders) {
+        for (const std::string& file : dictionaryFilesIn(std::string(folder))) {
+            const Dictionary dictionary{file.substr(0, file.size() - vellum::dictionaryEnding.size()), file,
+                                        std::string(folder)};
+            if (dictionaries.insert(dictionary))
+                continue;
+            log::cb::warn(__FILE__, __LINE__, __func__, [&](std::ostream& out) -> std::ostream& {
+                return out << dictionary.absolutePath()
+                           << " is left out: " << dictionaries.findByFileName(file)->absolutePath()
+                           << " has the same name";
+            });
+        }
+    }
+    return dictionaries;
+}
+
+} // namespace tessaly::vl_api
