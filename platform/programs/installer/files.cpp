@@ -1,0 +1,60 @@
+#include "files.h"
+
+#include "failure.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <filesystem>
+#include <unistd.h>
+#include <vector>
+
+namespace tessaly::installer {
+
+namespace fs = std::filesystem;
+
+FileDescriptor::~FileDescriptor() {
+    if (m_number >= 0)
+        ::close(m_number);
+}
+
+void writeAll(const FileDescriptor& file, std::span<const char> bytes, const std::string& path, Code code) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(file.get(), bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written < 0)
+            throw systemFailure(code, "Can not write " + path, errno);
+        bytes = bytes.subspan(std::size_t(written));
+    }
+}
+
+void syncToDisk(const std::string& path, Code code) {
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!file.isOpen() || ::fsync(file.get()) != 0)
+        throw systemFailure(code, "Can not sync " + path, errno);
+}
+
+void requireFolder(const std::string& path, Code code) {
+    std::error_code error;
+    fs::create_directory(path, error);
+    if (!fs::is_directory(path))
+        throw systemFailure(code, "Can not create the folder " + path, error ? error.value() : ENOTDIR);
+}
+
+void removeNamed(const std::string& folder, const std::string& beginning, Code code) {
+    std::error_code error;
+    // Collected first: what a folder lists while entries vanish from it is undefined.
+    std::vector<fs::path> found;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        if (entry->path().filename().string().starts_with(beginning))
+            found.push_back(entry->path());
+    }
+    for (const fs::path& path : found) {
+        if (!error)
+            fs::remove_all(path, error);
+    }
+    if (error)
+        throw systemFailure(code, "Can not clean up " + folder, error.value());
+}
+
+} // namespace tessaly::installer

@@ -1,0 +1,28 @@
+#pragma once
+
+namespace tessaly::installer {
+
+/// How a run ended, as the status file's "out_code" tells it. The numbers are known to other programs and
+/// stay.
+enum class Code : int {
+    Installed = 0,
+    NotFinished = -1,       ///< still running, or killed before it had a result
+    BadArguments = -2,      ///< not called with a package name, or the name leaves the download folder
+    PackageUnreadable = -3, ///< absent, not a plain file, or the disk failed to read it
+    NotAPackage = -4,       ///< no zip archive, cut short, or damaged inside
+    NoManifest = -5,        ///< an archive without manifest.json
+    BadManifest = -6,       ///< too long, malformed, or listing what no package may hold
+    BadEntry = -7,          ///< an entry that is no plain file, is there twice, or isn't listed
+    MissingFile = -8,       ///< a listed file isn't in the archive
+    WrongSize = -9,         ///< a file is longer or shorter than listed
+    NoSpace = -10,          ///< the secure storage, or the dictionaries' storage, is too full
+    WrongChecksum = -11,    ///< a file's SHA-256 isn't the listed one
+    NotADictionary = -12,   ///< a file doesn't open as a dictionary
+    StagingFailed = -13,    ///< can't unpack to the secure storage
+    PlacingFailed = -14,    ///< can't put a dictionary among the installed ones
+    Busy = -15,             ///< another installer runs and doesn't end; the status file stays that one's
+    StatusUnwritable = -16, ///< can't write the status file, so only the log tells
+    Unexpected = -17,       ///< anything else, such as too little memory
+};
+
+} // namespace tessaly::installer

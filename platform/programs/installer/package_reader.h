@@ -1,0 +1,50 @@
+#pragma once
+
+#include "files.h"
+#include "manifest.h"
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+
+struct archive;
+
+namespace tessaly::installer {
+
+/// An open package: a zip archive with manifest.json and exactly the files that it lists, all at the top
+/// level. The archive's directory is checked against the manifest on opening, the files' content is for the
+/// caller to check.
+class PackageReader {
+public:
+    /// Throws a Failure if the host path isn't such a package. Entry names need a UTF-8 locale.
+    explicit PackageReader(const std::string& hostPath);
+
+    [[nodiscard]] const Manifest& manifest() const { return m_manifest; }
+
+    /// Goes on to the next dictionary in the archive and returns its index in the manifest; nothing at the
+    /// end.
+    [[nodiscard]] std::optional<std::size_t> nextFile();
+
+    /// Reads on in the current file and returns how many bytes; 0 at its end. Throws a Failure for damaged
+    /// data.
+    [[nodiscard]] std::size_t read(std::span<char> buffer);
+
+private:
+    struct Free {
+        void operator()(archive* handle) const;
+    };
+    using Handle = std::unique_ptr<archive, Free>;
+    struct Listing;
+
+    [[nodiscard]] Handle openArchive() const;
+    [[nodiscard]] Listing readListing() const;
+    void requireListedFiles(const Listing& listing) const;
+
+    FileDescriptor m_file;
+    Manifest m_manifest;
+    Handle m_archive;
+};
+
+} // namespace tessaly::installer
