@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <QStringList>
+
+namespace tessaly::server {
+
+/// The Hunspell data on offer, one pair of files for each language. Unchanging, so fit for any thread.
+class MorphologyStore {
+public:
+    /// Finds the data in `hunspellFolder`; of several regions of a language the main one is taken. Archives
+    /// are kept in `cacheFolder`, which is made and cleared of archives of older data (throws Failure).
+    MorphologyStore(const QString& hunspellFolder, const QString& cacheFolder, bool allLanguages);
+
+    /// Two-letter codes.
+    QStringList languages() const { return m_pairs.keys(); }
+
+    /// Path of the zip with CODE.aff and CODE.dic, made at the first call, which may take a second. Throws
+    /// Failure.
+    QString archive(const QString& language) const;
+
+private:
+    struct Pair {
+        QString base;    ///< path without the endings
+        QString archive; ///< path of the zip
+    };
+
+    QMap<QString, Pair> m_pairs;
+};
+
+} // namespace tessaly::server
