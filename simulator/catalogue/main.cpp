@@ -11,7 +11,7 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QMetaEnum>
+#include <QScopeGuard>
 #include <cstdio>
 #include <map>
 
@@ -71,27 +71,32 @@ int main(int argc, char** argv) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Synchronises the catalogue of a simulated device and prints what is stored."));
-    parser.addHelpOption();
+    const QCommandLineOption helpOption = parser.addHelpOption();
     const QCommandLineOption rootOption(QStringLiteral("root"), QStringLiteral("Folder of the device."),
                                         QStringLiteral("DIR"));
     const QCommandLineOption offlineOption(QStringLiteral("offline"),
                                            QStringLiteral("No network is reachable, this time."));
     parser.addOptions({rootOption, offlineOption});
-    parser.process(application);
-    if (!parser.isSet(rootOption) || !parser.positionalArguments().isEmpty()) {
+    const bool isUnderstood = parser.parse(application.arguments());
+    if (isUnderstood && parser.isSet(helpOption))
+        parser.showHelp();
+    if (!isUnderstood || !parser.isSet(rootOption) || !parser.positionalArguments().isEmpty()) {
+        if (!isUnderstood)
+            std::fprintf(stderr, "%s\n", qUtf8Printable(parser.errorText()));
         std::fprintf(stderr, "usage: tessaly-catalogue --root DIR [--offline]\n");
         return 2;
     }
     try {
         fixture::TestDevice device(parser.value(rootOption));
         log::setLogFile(device.path("/var/log/device.log").toStdString());
-        const bool wasReachable = vellum::state::isNetworkReachable();
+        const auto backAgain = qScopeGuard([wasReachable = vellum::state::isNetworkReachable()] {
+            vellum::state::setNetworkReachable(wasReachable);
+        });
         if (parser.isSet(offlineOption))
             vellum::state::setNetworkReachable(false);
         device.startServer();
         const int status = run();
         std::printf("Database: %s\n", qUtf8Printable(device.path("/mnt/ext1/system/tsdicts/tsdicts.db")));
-        vellum::state::setNetworkReachable(wasReachable);
         return status;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());

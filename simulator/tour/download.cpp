@@ -32,7 +32,8 @@ std::vector<int> markDictionaries(int count) {
                         : rows.end(),
                     row);
     }
-    require(int(rows.size()) >= count, QStringLiteral("only %1 dictionaries are on offer").arg(rows.size()));
+    require(int(rows.size()) >= count,
+            QStringLiteral("only %1 left to download; --fresh starts over").arg(rows.size()));
     rows.resize(std::size_t(count));
     std::vector<int> ids;
     for (const int row : rows) {

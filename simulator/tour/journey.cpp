@@ -39,7 +39,8 @@ int installedRow(int serverId) {
 QString lookUpWord(const vl_api::Dictionary& dictionary) {
     const auto opened = dictionary::open(dictionary.absolutePath());
     require(opened.isRight(), QStringLiteral("the file doesn't open"));
-    for (const char* const word : {"water", "house", "day", "book", "hand"}) {
+    for (const char* const word :
+         {"water", "house", "eau", "Wasser", "acqua", "agua", "su", "uisce", "voda", "вода", "νερό"}) {
         const auto entries = opened.getRight().lookup(word);
         if (!entries.empty())
             return QString::fromStdString(entries.front().definition).simplified();
@@ -49,16 +50,18 @@ QString lookUpWord(const vl_api::Dictionary& dictionary) {
 
 } // namespace
 
-void Journey::downloadAndRead() {
-    m_log.run(QStringLiteral("device goes online and fetches the catalogue"), [] {
+bool Journey::downloadAndRead() {
+    const bool isOnline = m_log.run(QStringLiteral("device goes online and fetches the catalogue"), [] {
         enterDownloadMode();
         require(GetNetState() == 2, QStringLiteral("not connected"));
         return QStringLiteral("%1 dictionaries on offer").arg(model().getCount());
     });
-    m_log.run(QStringLiteral("two dictionaries are marked"), [this] {
+    const bool isMarked = isOnline && m_log.run(QStringLiteral("two dictionaries are marked"), [this] {
         m_serverIds = markDictionaries(2);
         return model().getSelectedIds();
     });
+    if (!isMarked)
+        return false;
     m_log.run(QStringLiteral("their package is built, downloaded and installed"), [this] {
         Download download;
         int lastProgress = 0;
@@ -83,6 +86,7 @@ void Journey::downloadAndRead() {
         require(dictionary, QStringLiteral("the reader's dictionary isn't installed"));
         return lookUpWord(*dictionary);
     });
+    return true;
 }
 
 void Journey::removeDictionary(int serverId) {

@@ -18,8 +18,9 @@ public:
         : m_device(device)
         , m_log(log) {}
 
-    /// Two dictionaries installed, the first one chosen and a word looked up in it.
-    void downloadAndRead();
+    /// Two dictionaries installed, the first one chosen and a word looked up in it. False if there are none
+    /// to install.
+    bool downloadAndRead();
     /// Deletes what downloadAndRead installed and nothing else.
     void deleteAgain();
 

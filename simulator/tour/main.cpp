@@ -17,7 +17,8 @@ namespace {
 
 void play(fixture::TestDevice& device, tour::StepLog& log) {
     tour::Journey journey(device, log);
-    journey.downloadAndRead();
+    if (!journey.downloadAndRead())
+        return;
     tour::playFailures(device, log);
     journey.deleteAgain();
 }

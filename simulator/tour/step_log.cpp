@@ -14,7 +14,7 @@ void require(bool holds, const QString& why) {
         throw StepFailed(why);
 }
 
-void StepLog::run(const QString& what, const std::function<QString()>& step) {
+bool StepLog::run(const QString& what, const std::function<QString()>& step) {
     QElapsedTimer timer;
     timer.start();
     bool isOk = true;
@@ -35,6 +35,7 @@ void StepLog::run(const QString& what, const std::function<QString()>& step) {
                                {QStringLiteral("what"), what},
                                {QStringLiteral("remark"), remark},
                                {QStringLiteral("milliseconds"), timer.elapsed()}});
+    return isOk;
 }
 
 bool StepLog::save(const QString& folder) const {

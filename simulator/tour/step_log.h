@@ -20,8 +20,8 @@ void require(bool holds, const QString& why);
 /// Runs the steps one after the other and prints "ok N what" or "not ok N what" for each.
 class StepLog {
 public:
-    /// What `step` returns, if anything, is added to the line as a remark.
-    void run(const QString& what, const std::function<QString()>& step);
+    /// What `step` returns, if anything, is added to the line as a remark. True if it was ok.
+    bool run(const QString& what, const std::function<QString()>& step);
 
     [[nodiscard]] bool allOk() const { return m_failed == 0; }
     /// Writes tour.json into a host folder, which is made if need be. False if that fails.
