@@ -102,6 +102,7 @@ void DictPMController::startRun(std::shared_ptr<PackageRun> run,
                                 const std::function<bool(PackageRun&)>& work) {
     m_run->downloader.CancelCurrent(); // what an older run still does, nobody waits for any more
     m_run = std::move(run);
+    m_isJobRunning = true;
     m_watcher.setFuture(QtConcurrent::run([work, started = m_run] { return work(*started); }));
 }
 
@@ -148,16 +149,18 @@ void DictPMController::handleDownloadProgress() {
 }
 
 void DictPMController::handleDownloadFinished() {
+    const bool hasEnded = m_watcher.isFinished() && std::exchange(m_isJobRunning, false);
     if (syncState() == Cancelled) {
         m_syncTimer.stop();
         setProgress(0);
+        if (hasEnded)
+            removePackage(*m_run); // the cancellation may have come when it was there already
         return;
     }
-    if (!m_watcher.isFinished() || m_watcher.future().resultCount() == 0)
-        return; // called by hand: no job has ended
-    const bool result = m_watcher.result();
+    if (!hasEnded)
+        return; // called by hand
     m_syncTimer.stop();
-    if (!result) {
+    if (!m_watcher.result()) {
         setProgress(0);
         setSyncState(DownloadFailed);
         return;

@@ -99,7 +99,8 @@ private:
     void setProgress(int value);
     void startRun(std::shared_ptr<PackageRun> run, const std::function<bool(PackageRun&)>& work);
     void pollInstaller();
-    void removePackage() const;
+    [[nodiscard]] bool installsForOlderRun() const;
+    static void removePackage(const PackageRun& run);
 
     // On a run's worker thread.
     bool requestAndDownload(PackageRun& run);
@@ -110,7 +111,9 @@ private:
     int m_progress = 0;
     QTimer m_syncTimer;
     RunState m_state;
-    std::shared_ptr<PackageRun> m_run; ///< the last one started; never null
+    std::shared_ptr<PackageRun> m_run;          ///< the last one started; never null
+    std::shared_ptr<PackageRun> m_installedRun; ///< whose package the installer has; null if it has none
+    bool m_isJobRunning = false;                ///< until its end has been dealt with
     QFutureWatcher<bool> m_watcher;
     bool m_isInstalling = false;
 };

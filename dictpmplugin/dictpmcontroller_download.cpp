@@ -25,6 +25,11 @@ std::string packagePathFor(std::string ids) {
 
 } // namespace
 
+PackageRun::PackageRun(RunState::Run number_, const std::string& ids_)
+    : number(number_)
+    , ids(ids_)
+    , packagePath(packagePathFor(ids_)) {}
+
 void DictPMController::setSyncState(const PackageRun& run, int syncState) {
     if (m_state.setState(run.number, syncState))
         Q_EMIT syncStateChanged(syncState);
@@ -72,7 +77,6 @@ bool DictPMController::downloadPackage(PackageRun& run) {
     if (url.isLeft())
         return fail(run, mustWait() ? LastQueryNotYetProcessed : DownloadUrlError);
 
-    run.packagePath = packagePathFor(run.ids);
     setSyncState(run, Downloading);
     // A cancellation that comes from now on is the downloader's to notice. Its outcome shows when the
     // installer looks for the package.

@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QFile>
 #include <algorithm>
+#include <utility>
 
 namespace tessaly::dictionary {
 
@@ -37,9 +38,13 @@ void removeInstallerLeftovers() {
 void DictPMController::installPackage() {
     setProgress(90);
     setIsInstalling(true);
-    if (!installer_status::reset())
+    m_installedRun = m_run;
+    if (!installer_status::reset()) {
         ts_print_log2(2, logFile, __LINE__, __PRETTY_FUNCTION__, "can not reset the installer's status file");
-    const char* const arguments[] = {"-package_name", m_run->packagePath.c_str()};
+        handleInstallFinished(-1); // whatever the file would say
+        return;
+    }
+    const char* const arguments[] = {"-package_name", m_installedRun->packagePath.c_str()};
     OpenTask(installerPath, 2, arguments, 1);
     SetHardTimerEx(timerName, dictInstallTimerFunc, this, firstPollMs);
 }
@@ -55,23 +60,31 @@ void DictPMController::pollInstaller() {
         return;
     }
     const int installed = installer_status::progress();
-    setProgress(int(std::clamp(installed, 0, 100) / 100.0 * 5.0 + 90.0));
+    if (!installsForOlderRun())
+        setProgress(int(std::clamp(installed, 0, 100) / 100.0 * 5.0 + 90.0));
     if (installed == 100)
         CloseTask(installer, 0, 1);
     SetHardTimerEx(timerName, dictInstallTimerFunc, this, pollMs);
 }
 
-void DictPMController::removePackage() const {
-    if (!m_run->packagePath.empty())
-        QFile::remove(
-            openablePath(QStringLiteral("/mnt/ext1/Downloads") + QString::fromStdString(m_run->packagePath)));
+bool DictPMController::installsForOlderRun() const {
+    return m_installedRun && m_installedRun != m_run;
+}
+
+void DictPMController::removePackage(const PackageRun& run) {
+    QFile::remove(
+        openablePath(QStringLiteral("/mnt/ext1/Downloads") + QString::fromStdString(run.packagePath)));
 }
 
 void DictPMController::handleInstallFinished(const int code) {
-    removePackage();
+    const bool isForOlderRun = installsForOlderRun();
+    const auto run = m_installedRun ? std::exchange(m_installedRun, nullptr) : m_run;
+    removePackage(*run);
+    if (isForOlderRun)
+        return; // states and signals belong to the run that was begun meanwhile
     if (code == 0) {
         setProgress(95);
-        const auto reported = Routes::sendSuccessInstall(std::to_string(m_run->taskId), default_base_url());
+        const auto reported = Routes::sendSuccessInstall(std::to_string(run->taskId), default_base_url());
         if (reported.isLeft()) {
             qDebug() << "[warn]: Routes::sendSuccessInstall failed with:"
                      << to_string(reported.getLeft()).c_str();

@@ -27,7 +27,7 @@ void removeInstalledFile(const std::string& file) {
     for (const char* const folder : folders) {
         const fs::path path = fs::path(openablePath(std::string(folder))) / file;
         std::error_code error;
-        if (!fs::is_regular_file(fs::symlink_status(path, error)))
+        if (!fs::is_regular_file(path, error))
             continue;
         if (!fs::remove(path, error)) {
             ts_print_log2(2, "dictpmplugin/installed_files", __LINE__, __PRETTY_FUNCTION__,

@@ -6,7 +6,6 @@
 
 #include <atomic>
 #include <string>
-#include <utility>
 
 namespace tessaly::dictionary {
 
@@ -14,14 +13,12 @@ namespace tessaly::dictionary {
 /// nothing with the worker of the old one, which may still be sleeping. Shared by the interface's thread and
 /// the run's worker.
 struct PackageRun {
-    PackageRun(RunState::Run number_, std::string ids_)
-        : number(number_)
-        , ids(std::move(ids_)) {}
+    PackageRun(RunState::Run number, const std::string& ids);
 
     const RunState::Run number;
     const std::string ids;            ///< server numbers of the dictionaries, "12,40"
+    const std::string packagePath;    ///< "/dicts_12_40.tsi", relative to the downloader's folder
     std::atomic<long long> taskId{0}; ///< the server's number of the package, 0 before it gave one
-    std::string packagePath;          ///< the worker's until its future is finished
     utilities::SyncDownloader downloader{"/mnt/ext1/Downloads"};
 };
 

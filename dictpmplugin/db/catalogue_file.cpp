@@ -37,9 +37,11 @@ void moveAside(const QString& path) {
     const QString aside = path + QStringLiteral(".damaged");
     QFile::remove(aside);
     const bool moved = QFile::rename(path, aside);
-    // The write-ahead log belongs to the damaged file, and would be played into the new one.
-    QFile::remove(path + QStringLiteral("-wal"));
-    QFile::remove(path + QStringLiteral("-shm"));
+    if (moved) {
+        // The write-ahead log belongs to the damaged file, and would be played into the new one.
+        QFile::remove(path + QStringLiteral("-wal"));
+        QFile::remove(path + QStringLiteral("-shm"));
+    }
     log::cb::error(__FILE__, __LINE__, __PRETTY_FUNCTION__, [&](std::ostream& out) -> std::ostream& {
         return out << "Catalogue database is damaged: " << path.toStdString()
                    << (moved ? ", moved aside to " : ", could not be moved to ") << aside.toStdString();
@@ -55,7 +57,10 @@ bool openCatalogueFile(QSqlDatabase& db) {
         return true;
     db.close();
     moveAside(db.databaseName());
-    return db.open() && setUp(db);
+    if (db.open() && setUp(db))
+        return true;
+    db.close();
+    return false;
 }
 
 } // namespace tessaly::dictionary

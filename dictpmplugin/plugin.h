@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QQmlExtensionPlugin>
+
+/// What the QML engine loads for the module com.tessaly.dictionaries.
+class TSDictpmPlugin : public QQmlExtensionPlugin {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "org.qt-project.Qt.QQmlExtensionInterface/1.0")
+
+public:
+    /// Registers the module's classes, singletons and documents, all in version 1.0.
+    void registerTypes(const char* uri) override;
+};
