@@ -17,6 +17,10 @@ namespace {
 
 using Rows = std::vector<SqliteReader::Row>;
 
+constexpr auto metadataStatement =
+    "SELECT key, value FROM metadata WHERE key IN ('title', 'language_from', 'language_to', 'description', "
+    "'category', 'provider', 'publish_date', 'set', 'thumbnail', 'version') LIMIT 1000";
+
 /// The metadata texts by key; of a repeated key the first.
 std::map<std::string, std::string> textsFrom(const Rows& rows) {
     std::map<std::string, std::string> texts;
@@ -101,10 +105,7 @@ Either<Error, DictionaryFile> open(const std::string& path) {
     const auto entries = database.rows("SELECT headword, definition, folded FROM entries LIMIT 1");
     if (entries.isLeft())
         return Left<Error>(entries.getLeft());
-    const auto metadata =
-        database.rows("SELECT key, value FROM metadata WHERE key IN ('title', 'language_from', "
-                      "'language_to', 'description',"
-                      " 'category', 'provider', 'publish_date', 'set', 'thumbnail', 'version') LIMIT 1000");
+    const auto metadata = database.rows(metadataStatement);
     if (metadata.isLeft())
         return Left<Error>(metadata.getLeft());
 

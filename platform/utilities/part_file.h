@@ -6,7 +6,7 @@
 namespace tessaly::utilities {
 
 /// The hidden file in which a download grows, in the folder where it will stay. It is locked while its owner
-/// lives, so that what a killed process left is told from what another is writing. One thread.
+/// lives, so that what a killed process left is told from what another is writing. One thread at a time.
 class PartFile {
 public:
     /// Removes what dead downloads left in the folder, and starts a file. `name` is that of the finished one,

@@ -1,5 +1,6 @@
 #include <utilities/sync_downloader.h>
 
+#include "background_blocks.h"
 #include "curl_request.h"
 #include "download_address.h"
 #include "part_file.h"
@@ -39,7 +40,7 @@ void expect(bool isAsExpected, const std::string& otherwise) {
 /// The name of a file right in the folder.
 std::string fileName(const std::string& path) {
     using namespace std::string_view_literals;
-    const std::string name = path.substr(path.starts_with('/') ? 1 : 0);
+    std::string name = path.substr(path.starts_with('/') ? 1 : 0);
     expect(!name.empty() && name != "." && name != ".." && name.find_first_of("/\0"sv) == std::string::npos,
            "not a file name: " + path);
     return name;
@@ -114,11 +115,15 @@ void SyncDownloader::Private::receive(CurlRequest& current, PartFile& file, cons
                    std::to_string(address.size.value_or(0)));
         totalBytes = announced;
     };
-    const CURLcode code = current.perform([&](std::string_view piece) {
-        checkHead();
-        file.write(piece);
+    BackgroundBlocks blocks([&](std::string_view block) {
         if (!address.sha256.empty())
-            checksum.add(piece);
+            checksum.add(block);
+        file.write(block);
+    });
+    const CURLcode code = current.perform([&](std::string_view piece) {
+        if (doneBytes == 0)
+            checkHead();
+        blocks.add(piece);
         doneBytes += static_cast<std::int64_t>(piece.size());
         expect(doneBytes <= address.size.value_or(maximumSize), "the file is longer than announced");
     });
@@ -126,6 +131,7 @@ void SyncDownloader::Private::receive(CurlRequest& current, PartFile& file, cons
         return;
     expect(code == CURLE_OK, current.errorText(code));
     checkHead();
+    blocks.finish();
     expect(doneBytes == address.size.value_or(doneBytes), "the file is shorter than announced");
     expect(address.sha256.empty() || checksum.result() == address.sha256, "the checksum is wrong");
 }

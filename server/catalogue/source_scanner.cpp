@@ -44,7 +44,7 @@ QHash<QString, SourceInfo> readCache(const QString& path) {
         return {};
     QHash<QString, SourceInfo> known;
     const QJsonArray sources = cache.value(QLatin1String("sources")).toArray();
-    for (const QJsonValue& value : sources) {
+    for (const QJsonValueConstRef value : sources) {
         const SourceInfo source = SourceInfo::fromJson(value.toObject());
         known.insert(source.indexPath, source);
     }

@@ -9,7 +9,7 @@ namespace tessaly::server {
 
 namespace {
 
-constexpr qsizetype oversize = 48 * 1024 * 1024;
+constexpr qsizetype oversize = 48 << 20;
 
 QJsonArray listed(const Catalogue& catalogue, const QSet<int>& unlisted) {
     QJsonArray array;

@@ -8,7 +8,7 @@ QString Control::apply(QJsonObject object) {
     Control changed = *this;
     if (object.take(QLatin1String("reset")).toBool())
         changed = Control();
-    const QString error = changed.m_switches.apply(object);
+    QString error = changed.m_switches.apply(object);
     if (error.isEmpty())
         *this = changed;
     return error;

@@ -49,7 +49,7 @@ public:
         if (!value.isArray() || !numbers)
             return fail(key, QStringLiteral("an array of numbers"));
         target.clear();
-        for (const QJsonValue& id : array)
+        for (const QJsonValueConstRef id : array)
             target.insert(id.toInt());
     }
 
@@ -98,7 +98,7 @@ QString Switches::apply(const QJsonObject& object) {
                 words("normal damaged truncated wrong_size hostile"), false);
     reader.number(QLatin1String("package_build_ms"), changed.packageBuildMs);
     reader.number(QLatin1String("bytes_per_second"), changed.bytesPerSecond);
-    const QString error = reader.error();
+    QString error = reader.error();
     if (error.isEmpty())
         *this = changed;
     return error;

@@ -13,8 +13,8 @@ namespace tessaly::server {
 
 namespace {
 
-constexpr qsizetype maximumSize = 1024 * 1024 * 1024;
-constexpr qsizetype chunkSize = 1024 * 1024;
+constexpr qsizetype maximumSize = 1 << 30;
+constexpr qsizetype chunkSize = 1 << 20;
 
 struct Close {
     void operator()(gzFile_s* file) const { gzclose(file); }
@@ -26,7 +26,7 @@ QByteArray readGzipText(const QString& path) {
     const std::unique_ptr<gzFile_s, Close> file(gzopen(QFile::encodeName(path).constData(), "rb"));
     if (!file)
         throw Failure(QStringLiteral("%1 can't be opened").arg(path));
-    gzbuffer(file.get(), 128 * 1024);
+    gzbuffer(file.get(), 1 << 17);
 
     QByteArray text;
     int count = 0;

@@ -8,7 +8,7 @@ namespace tessaly::server {
 
 namespace {
 
-constexpr qint64 pieceSize = 256 * 1024;
+constexpr qint64 pieceSize = 262144;
 constexpr qint64 waitingMaximum = 2 * pieceSize;
 constexpr int throttleMilliseconds = 20;
 

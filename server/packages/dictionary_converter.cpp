@@ -101,7 +101,7 @@ QString convertedName(const DictionaryRecord& record) {
 
 QString convertDictionary(const DictionaryRecord& record, const QString& folder,
                           const std::stop_token& stop) {
-    const QString path = folder + u'/' + convertedName(record);
+    QString path = folder + u'/' + convertedName(record);
     if (QFile::exists(path))
         return path;
     // Two builds may convert the same dictionary at a time: the last one's file stays.

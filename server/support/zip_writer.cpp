@@ -57,7 +57,7 @@ void ZipWriter::addFile(const QString& name, const QString& path, std::optional<
     archive_entry_set_mtime(entry.get(), QFileInfo(file).lastModified().toSecsSinceEpoch(), 0);
     check(archive_write_header(m_archive.get(), entry.get()));
 
-    std::array<char, 256 * 1024> buffer{};
+    std::array<char, 262144> buffer{};
     qint64 position = 0;
     while (position < file.size()) {
         const qint64 count = file.read(buffer.data(), buffer.size());

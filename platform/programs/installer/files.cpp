@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
+#include <sys/sendfile.h>
 #include <unistd.h>
 #include <vector>
 
@@ -26,6 +27,16 @@ void writeAll(const FileDescriptor& file, std::span<const char> bytes, const std
             throw systemFailure(code, "Can not write " + path, errno);
         bytes = bytes.subspan(std::size_t(written));
     }
+}
+
+void copyFile(const std::string& from, const std::string& to, Code code) {
+    const FileDescriptor input(::open(from.c_str(), O_RDONLY | O_CLOEXEC));
+    const FileDescriptor output(::open(to.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0644));
+    ssize_t count = input.isOpen() && output.isOpen() ? 1 : -1;
+    while (count > 0)
+        count = ::sendfile(output.get(), input.get(), nullptr, std::size_t{1} << 20);
+    if (count < 0)
+        throw systemFailure(code, "Can not copy " + from + " to " + to, errno);
 }
 
 void syncToDisk(const std::string& path, Code code) {

@@ -31,6 +31,9 @@ private:
 /// `path` is for the message.
 void writeAll(const FileDescriptor& file, std::span<const char> bytes, const std::string& path, Code code);
 
+/// To a new file. The standard library's own doesn't tell a full disk from other errors.
+void copyFile(const std::string& from, const std::string& to, Code code);
+
 /// Returns when the file's content, or the folder's list of names, is on the disk.
 void syncToDisk(const std::string& path, Code code);
 

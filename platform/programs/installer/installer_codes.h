@@ -2,8 +2,7 @@
 
 namespace tessaly::installer {
 
-/// How a run ended, as the status file's "out_code" tells it. The numbers are known to other programs and
-/// stay.
+/// How a run ended, as the status file's "out_code" tells it. Others know the numbers: they stay.
 enum class Code : int {
     Installed = 0,
     NotFinished = -1,       ///< still running, or killed before it had a result
@@ -14,7 +13,7 @@ enum class Code : int {
     BadManifest = -6,       ///< too long, malformed, or listing what no package may hold
     BadEntry = -7,          ///< an entry that is no plain file, is there twice, or isn't listed
     MissingFile = -8,       ///< a listed file isn't in the archive
-    WrongSize = -9,         ///< a file is longer or shorter than listed
+    WrongSize = -9,         ///< a file is longer than listed, or the archive tells another size
     NoSpace = -10,          ///< the secure storage, or the dictionaries' storage, is too full
     WrongChecksum = -11,    ///< a file's SHA-256 isn't the listed one
     NotADictionary = -12,   ///< a file doesn't open as a dictionary

@@ -11,6 +11,7 @@
 #include <cctype>
 #include <clocale>
 #include <exception>
+#include <optional>
 #include <ostream>
 
 using namespace tessaly::installer;
@@ -46,32 +47,24 @@ Code logFailure() {
     return code;
 }
 
-/// Holds the lock until the result is written: the next installer must not find its status file overwritten.
-bool runLocked(int argc, char** argv) {
-    const InstallerLock lock(patience);
-    StatusFile status;
-    try {
-        status.begin();
-        install(packageName(argc, argv), status);
-        status.succeed();
-        return true;
-    } catch (...) {
-        const Code code = logFailure();
-        if (code != Code::StatusUnwritable)
-            status.fail(code);
-        return false;
-    }
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
     // Names in packages are UTF-8 whatever the user's language is.
     std::setlocale(LC_CTYPE, "C.UTF-8");
+    StatusFile status;
+    // Held until the result is written: the next installer must not find its status file overwritten.
+    std::optional<InstallerLock> lock;
     try {
-        return runLocked(argc, argv) ? 0 : 1;
+        lock.emplace(patience);
+        status.begin();
+        install(packageName(argc, argv), status);
+        status.succeed();
+        return 0;
     } catch (...) {
-        logFailure();
+        const Code code = logFailure();
+        if (code != Code::Busy)
+            status.fail(code);
         return 1;
     }
 }

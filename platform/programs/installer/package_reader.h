@@ -23,12 +23,10 @@ public:
 
     [[nodiscard]] const Manifest& manifest() const { return m_manifest; }
 
-    /// Goes on to the next dictionary in the archive and returns its index in the manifest; nothing at the
-    /// end.
+    /// Goes on to the next dictionary and returns its index in the manifest; nothing at the end.
     [[nodiscard]] std::optional<std::size_t> nextFile();
 
-    /// Reads on in the current file and returns how many bytes; 0 at its end. Throws a Failure for damaged
-    /// data.
+    /// Reads on in the current file and returns how many bytes; 0 at its end. Throws a Failure.
     [[nodiscard]] std::size_t read(std::span<char> buffer);
 
 private:

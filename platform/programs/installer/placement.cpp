@@ -7,13 +7,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
-#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace tessaly::installer {
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -31,11 +28,9 @@ void renameFile(const std::string& from, const std::string& to) {
 void moveOrCopy(const std::string& from, const std::string& to) {
     if (std::rename(from.c_str(), to.c_str()) == 0)
         return;
-    std::error_code error(errno, std::generic_category());
-    if (error == std::errc::cross_device_link)
-        fs::copy_file(from, to, error);
-    if (error)
-        throw systemFailure(Code::PlacingFailed, "Can not put a dictionary at " + to, error.value());
+    if (errno != EXDEV)
+        throw systemFailure(Code::PlacingFailed, "Can not move a dictionary to " + to, errno);
+    copyFile(from, to, Code::PlacingFailed);
 }
 
 } // namespace

@@ -16,8 +16,7 @@ public:
     Placement(const Placement&) = delete;
     Placement& operator=(const Placement&) = delete;
 
-    /// Moves a file into the folder under a hidden name, or copies it if that is another file system. Throws
-    /// a Failure.
+    /// Moves a file into the folder, or copies it from another file system. Throws a Failure.
     void bring(const std::string& path, const std::string& name);
 
     /// Gives all files that were brought their names, in place of older dictionaries. Throws a Failure after

@@ -4,6 +4,7 @@
 #include "files.h"
 
 #include <base/device_root.h>
+#include <exception>
 #include <memory>
 #include <vellum/vellum.h>
 
@@ -22,7 +23,7 @@ void StatusFile::begin() {
     const std::string leftover = std::string(fileName) + '.';
     removeNamed(base::hostPath(folder), leftover, Code::StatusUnwritable);
     m_progress = 0;
-    write(Code::NotFinished);
+    write(Code::NotFinished, m_progress);
 }
 
 void StatusFile::setProgress(int percent) {
@@ -30,23 +31,26 @@ void StatusFile::setProgress(int percent) {
         return;
     m_progress = percent;
     if (std::chrono::steady_clock::now() - m_written >= writeInterval)
-        write(Code::NotFinished);
+        write(Code::NotFinished, m_progress);
 }
 
 void StatusFile::succeed() {
-    m_progress = 100;
-    write(Code::Installed);
+    write(Code::Installed, 100);
 }
 
-void StatusFile::fail(Code code) {
-    write(code);
+void StatusFile::fail(Code code) noexcept {
+    try {
+        write(code, m_progress);
+    } catch (const std::exception&) {
+        return; // what the file says instead is no success either
+    }
 }
 
-void StatusFile::write(Code code) {
+void StatusFile::write(Code code, int progress) {
     const std::string path = std::string(folder) + '/' + fileName;
     const std::unique_ptr<vl_config, void (*)(vl_config*)> config(OpenConfig(path.c_str(), 1), CloseConfig);
     WriteInt(config.get(), "out_code", int(code));
-    WriteInt(config.get(), "progress", m_progress);
+    WriteInt(config.get(), "progress", progress);
     if (!SaveConfig(config.get()))
         throw Failure(Code::StatusUnwritable, "Can not write the status file " + path);
     m_written = std::chrono::steady_clock::now();

@@ -14,16 +14,17 @@ public:
     /// Says that a run has begun. Throws a Failure with StatusUnwritable if that can't be written.
     void begin();
 
-    /// 0 to 99. Written a few times a second at most: nobody reads more often, and each write waits for the
-    /// disk.
+    /// 0 to 99. Written a few times a second at most: readers look less often, each write waits for the disk.
     void setProgress(int percent);
 
     /// Throws like begin().
     void succeed();
-    void fail(Code code);
+
+    /// Tells the code if the file can be written at all.
+    void fail(Code code) noexcept;
 
 private:
-    void write(Code code);
+    void write(Code code, int progress);
 
     int m_progress = 0;
     std::chrono::steady_clock::time_point m_written;
