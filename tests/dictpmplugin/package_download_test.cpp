@@ -1,0 +1,342 @@
+#include "dictionary_files.h"
+#include "script.h"
+#include "signal_recorder.h"
+
+#include <dictpmplugin/db/dictionarydao.h>
+#include <dictpmplugin/dictionarieslistmodel.h>
+#include <dictpmplugin/dictpmcontroller.h>
+#include <simulator/fixture/test_device.h>
+#include <tests/support/log_watch.h>
+#include <utilities/cfg_wrapper.h>
+#include <vellum/clock.h>
+#include <vellum/device_state.h>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QJsonArray>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QRegularExpression>
+#include <QTest>
+#include <QThreadPool>
+#include <csignal>
+#include <optional>
+
+using namespace tessaly;
+using dictionary::DictionariesListModel;
+using dictionary::DictPMController;
+
+namespace {
+
+constexpr auto installer = "/ebrmain/bin/dictpackageinstaller.app";
+constexpr auto statusFile = "/mnt/ext1/system/tsdicts/installer_out_code.txt";
+const auto installed = u"1 2 3 4 installing(true) installing(false) 8 syncFinished(true)"_qs;
+const auto notInstalled = u"1 2 3 4 installing(true) 7 error(%1) syncFinished(false) fatalError()"_qs;
+
+DictionariesListModel& model() {
+    return *DictionariesListModel::instance();
+}
+DictPMController& controller() {
+    return *DictPMController::instance();
+}
+
+} // namespace
+
+/// The whole way from the marks to the installed dictionaries, with the real server and mostly the real
+/// installer. One device for all, since the objects under test live as long as the process.
+class PackageDownloadTest : public QObject {
+    Q_OBJECT
+
+    fixture::TestDevice m_device;
+    std::optional<LogWatch> m_watch;
+    std::optional<SignalRecorder> m_signals;
+    QList<int> m_progress;
+    Script m_script;
+
+    /// "KEY VALUE", or "reset".
+    void set(const QString& text) {
+        const QString value = text.section(u' ', 1);
+        bool isNumber = false;
+        const int number = value.toInt(&isNumber);
+        m_device.server().setSwitches({{text.section(u' ', 0, 0), value.isEmpty() ? QJsonValue(true)
+                                                                  : isNumber      ? QJsonValue(number)
+                                                                                  : QJsonValue(value)}});
+    }
+    QStringList filesIn(const char* folder) const {
+        return QDir(m_device.path(folder)).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+    void empty(const char* folder) const {
+        QDir(m_device.path(folder)).removeRecursively();
+        QDir().mkpath(m_device.path(folder));
+    }
+    /// What was recorded, with numbers for the states and without the progress.
+    QString story() {
+        QString text = m_signals->take({u"progressChanged"_qs}).join(u' ');
+        text.replace(QRegularExpression(u"syncStateChanged\\((\\d)\\)"_qs), u"\\1"_qs);
+        return text.replace(u"errorTypeChanged"_qs, u"error"_qs)
+            .replace(u"isInstallingChanged"_qs, u"installing"_qs);
+    }
+    void useStandIn(const QString& acts) const {
+        qputenv("TESSALY_INSTALLER_ACTS", acts.toUtf8());
+        QFile::remove(m_device.path(installer));
+        QVERIFY(QFile::copy(QStringLiteral(STAND_IN_INSTALLER), m_device.path(installer)));
+    }
+    static void markTwo() {
+        model().refreshData();
+        model().toDownloadMode();
+        QTRY_VERIFY(model().isDownloadMode());
+        for (int row = 0; row < model().getCount(); ++row) {
+            if (model().getLanguageFrom(row, true) == u"cs" || model().getLanguageFrom(row, true) == u"sr")
+                model().toggleSelected(row);
+        }
+        QCOMPARE(model().selectedCount(), 2);
+    }
+    /// Sixty rows with numbers of seven digits: the package's name is longer than a file system takes.
+    void markSixty() const {
+        const int number = model().idPair(0).serverId();
+        std::vector<dictionary::DictionaryInfo> records(60, tests::makeRecord(number));
+        for (std::size_t i = 0; i < records.size(); ++i) {
+            records[i].file = std::to_string(i) + ".tsdict";
+            QFile file(m_device.path(tests::dictionaryFolder) + QString::fromStdString(records[i].file));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+        }
+        const dictionary::DictionaryDAO dao(QSqlDatabase::database(tests::catalogueConnection));
+        QVERIFY(dao.deleteAll().isRight() && dao.addMultiple(records).isRight());
+        model().refreshData();
+        for (int row = 0; row < 60; ++row)
+            model().toggleSelected(row);
+        QCOMPARE(model().selectedCount(), 60);
+        empty(tests::dictionaryFolder);
+    }
+    static void waitForEnd() {
+        QTRY_VERIFY_WITH_TIMEOUT(controller().syncState() >= 5, 20000);
+        QThreadPool::globalInstance()->waitForDone();
+        QCoreApplication::processEvents();
+    }
+    void addSteps() {
+        m_script.add("start", [](const QString&) { controller().downloadPackageProcess(); });
+        m_script.add("again", [](const QString&) { controller().reDownloadPackageProcess(); });
+        m_script.add("cancel", [](const QString&) { controller().cancelDownloading(); });
+        m_script.add("until", [](const QString& state) {
+            QTRY_COMPARE_WITH_TIMEOUT(controller().syncState(), state.toInt(), 20000);
+            vellum::clock::takeSleeps();
+        });
+        m_script.add("wait", [](const QString& milliseconds) { QTest::qWait(milliseconds.toInt()); });
+        m_script.add("asleep", [](const QString&) {
+            bool hasSlept = false;
+            QTRY_VERIFY(hasSlept = hasSlept || !vellum::clock::takeSleeps().empty());
+        });
+        m_script.add("loading",
+                     [this](const QString&) { QTRY_COMPARE(filesIn("/mnt/ext1/Downloads").size(), 1); });
+        m_script.add("block", [](const QString&) { QThreadPool::globalInstance()->waitForDone(); });
+        m_script.add("real-time", [](const QString&) { vellum::clock::setSpeed(1); });
+        m_script.add("unmark", [](const QString&) { model().refreshData(); });
+        m_script.add("mark-sixty", [this](const QString&) { markSixty(); });
+
+        m_script.add("set", [this](const QString& text) { set(text); });
+        m_script.add("requested", [this](const QString& count) { // since the last reset
+            QCOMPARE(m_device.server().status()[u"requests"][u"package_request"].toInt(), count.toInt());
+        });
+        m_script.add("stop-server", [this](const QString&) { m_device.server().stop(); });
+        m_script.add("offline", [this](const QString&) { m_device.setOnline(false); });
+        m_script.add("space", [](const QString& bytes) { vellum::state::setSecureFreeBytes(bytes.toInt()); });
+        m_script.add("leftovers", [this](const QString&) {
+            for (const char* name : {"/mnt/secure/tspk/a ts dictionaries b", "/mnt/secure/tspk/other"})
+                QVERIFY(QFile(m_device.path(name)).open(QIODevice::WriteOnly));
+        });
+
+        m_script.add("no-installer", [this](const QString&) { QFile::remove(m_device.path(installer)); });
+        m_script.add("stand-in", [this](const QString& acts) { useStandIn(acts); });
+        m_script.add("kill",
+                     [](const QString&) { QVERIFY(::kill(FindTaskByAppName(installer), SIGKILL) == 0); });
+        m_script.add("old-success", [](const QString&) {
+            utilities::CfgWrapper status(statusFile, 1);
+            WriteInt(status.handle(), "out_code", 0);
+            WriteInt(status.handle(), "progress", 100);
+            QVERIFY(status.saveAndClose());
+        });
+        m_script.add("unwritable-status",
+                     [this](const QString&) { QDir().mkpath(m_device.path(statusFile) + u"/x"_qs); });
+    }
+
+private Q_SLOTS:
+    void initTestCase() {
+        QDir().mkpath(m_device.path("/var/server"));
+        QFile state(m_device.path("/var/server/state.json"));
+        QVERIFY(state.open(QIODevice::WriteOnly));
+        state.write(R"({"port": 0, "next_record": 1000000, "next_package": 1, "records": {}})");
+        state.close();
+        QVERIFY(QFile::copy(m_device.path(installer), m_device.path("/var/installer")));
+        addSteps();
+        connect(&controller(), &DictPMController::progressChanged, this,
+                [this](int value) { m_progress << value; });
+    }
+    void init() {
+        m_device.startServer();
+        m_device.server().resetSwitches();
+        m_device.setOnline(true);
+        vellum::state::setSecureFreeBytes(-1);
+        for (const char* folder : {"/mnt/ext1/Downloads", "/mnt/secure/tspk", tests::dictionaryFolder})
+            empty(folder);
+        QDir(m_device.path(statusFile)).removeRecursively(); // a folder in its place
+        QFile::remove(m_device.path(statusFile));
+        QFile::remove(m_device.path(installer));
+        QVERIFY(QFile::copy(m_device.path("/var/installer"), m_device.path(installer)));
+        vellum::clock::setSpeed(20);
+        m_watch.emplace();
+        // By hand, without a run: back to the start.
+        controller().setSyncState(6);
+        controller().handleDownloadFinished();
+        controller().setSyncState(0);
+        controller().setErrorType(0);
+        markTwo();
+        m_signals.emplace(&controller());
+        vellum::clock::takeSleeps();
+        m_progress.clear();
+    }
+    void cleanup() {
+        const QString unexpected = m_watch->unexpected().join(u'\n');
+        m_signals.reset();
+        m_watch.reset();
+        m_device.server().stop();
+        QCOMPARE(unexpected, QString());
+    }
+
+    void playsWaitingOnce() {
+        for (const int state : {1, 2, 2}) {
+            controller().setSyncState(state);
+            for (int tick = 0; tick < 13; ++tick)
+                controller().syncTimerHandler();
+        }
+        QCOMPARE(m_progress, QList<int>({1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+        controller().setSyncState(4);
+        controller().syncTimerHandler();
+        QCOMPARE(m_progress.last(), 90);
+    }
+
+    void ends_data() {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QString>("told");
+        QTest::addColumn<QString>("logged");
+        const auto row = [](const char* script, const QString& told, const QString& logged = {}) {
+            QTest::newRow(script) << QString::fromUtf8(script) << told << logged;
+        };
+        const auto failing = [](const char* script, int code) {
+            QTest::newRow(script) << QString::fromUtf8(script) << notInstalled.arg(code == -10 ? 7 : 6)
+                                  << u"Error installing dictionaries (code: %1)."_qs.arg(code);
+        };
+        row("again", installed); // before any request
+        row("start", installed);
+        row("set package_build_ms 1000; start", installed);
+        row("leftovers; start", installed);
+
+        row("unmark; start", u"1 error(1) 5"_qs);
+        row("set package_request wait; start", u"1 error(2) 5"_qs);
+        row("set package_request status:500; start", u"1 error(3) 5"_qs);
+        row("set package_request malformed; start", u"1 error(3) 5"_qs);
+        row("stop-server; start", u"1 error(3) 5"_qs);
+        row("set package_state status:404; start", u"1 2 error(5) 5"_qs);
+        row("set package_state malformed; start", u"1 2 error(5) 5"_qs);
+        row("set package_state wait; start", u"1 2 error(2) 5"_qs);
+        row("offline; start; again", {});
+        row("set package_state wait; start; until 5; set reset; again; until 8; requested 0",
+            u"1 2 error(2) 5 2 error(0) 3"_qs + installed.mid(5));
+
+        failing("set package_fault damaged; start", -11);
+        failing("set package_fault truncated; start", -3);
+        failing("set package_fault wrong_size; start", -3);
+        failing("set bytes_per_second 20000; start; loading; stop-server", -3);
+        failing("mark-sixty; start", -3);
+        failing("space 1000; start", -10);
+        failing("no-installer; start", -1);
+        failing("stand-in 0.1 -7; start", -7);
+        failing("old-success; stand-in 0.3; start", -1);
+        failing("unwritable-status; start", -1);
+        failing("stand-in 60 -1 40; start; until 4; kill", -1);
+        row("stand-in 60 0 100; start", installed); // one that says it is done and doesn't end
+
+        row("start; cancel", u"1 6"_qs);
+        row("set delay_ms 300; start; wait 50; cancel", u"1 6"_qs);
+        row("set package_state wait; start; asleep; cancel", u"1 2 6"_qs);
+        row("set bytes_per_second 4000; start; loading; wait 50; cancel", u"1 2 3 6"_qs);
+        row("start; block; cancel", u"1 6 2 3"_qs); // what the worker had told arrives late
+        row("stand-in 0.3 0; start; until 4; cancel; until 8",
+            QString(installed).replace(u" installing(false)"_qs, u" 6 installing(false)"_qs));
+        // While the old worker sleeps, and while the old package is still being installed.
+        row("real-time; set package_state wait; start; asleep; cancel; set reset; start; until 8; wait 100",
+            u"1 2 6 "_qs + installed);
+        row("stand-in 0.6 0; start; until 4; set package_state wait; start; wait 1000; cancel",
+            u"1 2 3 4 installing(true) 1 2 6 installing(false)"_qs);
+    }
+    void ends() {
+        QFETCH(const QString, script);
+        QFETCH(const QString, told);
+        for (const char* text : {"Error installing dictionaries", "Can not download",
+                                 "can not reset the installer's", "Can not start"})
+            m_watch->allow(QString::fromUtf8(text));
+        m_script.run(script);
+        if (!told.isEmpty())
+            waitForEnd();
+        if (told.endsWith(u'5') || told.endsWith(u'6'))
+            QTRY_COMPARE(controller().progress(), 0);
+        QTRY_VERIFY(FindTaskByAppName(installer) == -1);
+        QCOMPARE(story(), told);
+        QTEST(m_watch->lines(u"Error installing"_qs).join(u' '), "logged");
+        QCOMPARE(filesIn("/mnt/ext1/Downloads"), QStringList());
+        QCOMPARE(filesIn("/mnt/secure/tspk"),
+                 script.contains(u"leftovers"_qs) ? QStringList{u"other"_qs} : QStringList());
+        const bool isInstalled = controller().syncState() == 8 && !script.contains(u"stand-in"_qs);
+        QCOMPARE(filesIn(tests::dictionaryFolder).size(), isInstalled ? 2 : 0);
+        if (controller().syncState() == 8)
+            QCOMPARE(m_device.server().status()[u"reported"].toArray().size(), 1);
+        if (told == u"1 2 error(2) 5") {
+            QCOMPARE(vellum::clock::takeSleeps(),
+                     std::vector<int>({2000, 2000, 2000, 2000, 2000, 5000, 5000, 5000, 5000, 5000}));
+        }
+        controller().handleDownloadFinished(); // by hand, after its end: does no harm
+        QCOMPARE(story(), QString());
+    }
+
+    void showsProgress() {
+        vellum::clock::setSpeed(1);
+        useStandIn(u"0.5 0"_qs);
+        set(u"bytes_per_second 30000"_qs);
+        controller().downloadPackageProcess();
+        QTRY_COMPARE_WITH_TIMEOUT(controller().syncState(), 4, 20000);
+        QElapsedTimer sinceStart;
+        sinceStart.start();
+        QTRY_COMPARE(controller().syncState(), 8);
+        QVERIFY(sinceStart.elapsed() >= 1150); // it is looked at after 200 ms, and 1000 later
+        QCOMPARE(m_progress.takeLast(), 0);
+        QVERIFY(std::is_sorted(m_progress.begin(), m_progress.end()));
+        QVERIFY(std::any_of(m_progress.begin(), m_progress.end(),
+                            [](int value) { return 10 < value && value < 90; }));
+        QCOMPARE(m_progress.mid(m_progress.size() - 4), QList<int>({90, 95, 98, 100}));
+    }
+
+    void belongsToNoEngine() {
+        qmlRegisterSingletonType<DictionariesListModel>("Test", 1, 0, "Model",
+                                                        &DictionariesListModel::qmlInstance);
+        qmlRegisterSingletonType<DictPMController>("Test", 1, 0, "Download", &DictPMController::qmlInstance);
+        m_watch->allow(u"a call from outside failed"_qs);
+        for (int round = 0; round < 2; ++round) {
+            QQmlEngine engine;
+            QQmlComponent component(&engine);
+            component.setData(
+                "import QtQml; import Test; QtObject { property string text: {"
+                "Model.deleteDict(999); Model.chooseDictionary(Model.getCount()); Model.deleteDict(-1);"
+                "return Model.idPair(-1).toString() + Model.idPair(0).serverId + Download.errorType() } }",
+                {});
+            const std::unique_ptr<QObject> object(component.create());
+            QVERIFY2(object, qPrintable(component.errorString()));
+            QCOMPARE(object->property("text").toString(),
+                     u"DictionaryId { databaseId: -1, serverId: -1 }%1"_qs.arg(model().idPair(0).serverId()) +
+                         u'0');
+            QCOMPARE(m_watch->lines(u"a call from outside failed"_qs).size(), round + 1);
+        }
+        QVERIFY(model().getCount() > 10 && controller().progress() == 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(PackageDownloadTest)
+#include "package_download_test.moc"

@@ -1,0 +1,137 @@
+#include "device_folder.h"
+
+#include <QTest>
+#include <catalogue_parser.h>
+#include <sstream>
+
+using namespace tessaly::dictionary;
+
+namespace {
+
+/// "1 A a.tsdict cs>zh_TW", with "-" for an absent language.
+QString summary(const DictionaryInfo& info) {
+    const auto language = [](const auto& locale) { return locale ? locale->stringify('_') : "-"; };
+    std::ostringstream text;
+    text << info.serverId << ' ' << info.name << ' ' << info.file << ' ' << language(info.languageFrom) << '>'
+         << language(info.languageTo);
+    return QString::fromStdString(text.str());
+}
+
+// Bodies here have single quotes for double ones, to be readable.
+auto parse(QByteArray body) {
+    return parseCatalogue(body.replace('\'', '"').toStdString());
+}
+
+const QByteArray good = "{'id': 1, 'name': 'A', 'file': 'a.tsdict'}";
+const QByteArray longName = "'file': '" + QByteArray(249, 'x') + ".tsdict'";
+
+} // namespace
+
+class CatalogueParserTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void kept() {
+        struct {
+            QByteArray members, expected;
+            QString warned; ///< begin of the only warning's text
+        } const records[] = {
+            {"'version': null, 'language_from': null, 'set': null", "1 A a.tsdict ->-", {}},
+            {"'language_from': {'code': 'cs', 'region': null}", "1 A a.tsdict cs>-", {}},
+            {"'language_to': {'code': 'zh', 'region': 'TW'}", "1 A a.tsdict ->zh_TW", {}},
+            {"'language_from': {'code': ''}", "1 A a.tsdict ->-", {}},
+            {"'language_from': {'code': 'c/'}", "1 A a.tsdict ->-", u"catalogue record 0: language_from"_qs},
+            {"'language_to': {'code': 'zh', 'region': '-'}", "1 A a.tsdict ->-",
+             u"catalogue record 0: language_to"_qs},
+            {"'id': 2147483647, 'file': 'Řečtina [1].tsdict'", "2147483647 A Řečtina [1].tsdict ->-", {}}};
+        for (const auto& record : records) {
+            // Of a repeated member the last counts.
+            const auto parsed = parse('[' + good.chopped(1) + ", " + record.members + "}]");
+            QCOMPARE(parsed.getRight().size(), std::size_t(1));
+            QCOMPARE(summary(parsed.getRight()[0]), QString::fromUtf8(record.expected));
+            const QStringList warnings = m_device.log.take();
+            QCOMPARE(warnings.size(), record.warned.isEmpty() ? 0 : 1);
+            QVERIFY(record.warned.isEmpty() || warnings[0].startsWith(record.warned));
+        }
+    }
+
+    void dropped_data() {
+        QTest::addColumn<QByteArray>("record");
+        for (const char* whole :
+             {"7", "null", "[]", "{'name': 'A', 'file': 'b.tsdict'}", "{'id': 2, 'file': 'b.tsdict'}",
+              "{'id': 2, 'name': 'A'}", good.constData()})
+            QTest::newRow(whole) << QByteArray(whole);
+        for (const char* member : {"'id': 0",
+                                   "'id': -3",
+                                   "'id': 2147483648",
+                                   "'id': 1e300",
+                                   "'id': 1.5",
+                                   "'id': '2'",
+                                   "'id': null",
+                                   "'id': true",
+                                   "'name': ''",
+                                   "'name': 4",
+                                   "'file': '../b.tsdict'",
+                                   "'file': '/b.tsdict'",
+                                   "'file': 'b.db'",
+                                   "'file': '..'",
+                                   "'file': '.tsdict'",
+                                   "'file': 'b\\u0000.tsdict'",
+                                   "'file': 'b\\n.tsdict'",
+                                   "'file': 12",
+                                   "'file': 'b.tsdict/'",
+                                   longName.constData(),
+                                   "'version': '1'",
+                                   "'version': 4294967296",
+                                   "'description': []",
+                                   "'language_from': 'cs'",
+                                   "'language_to': {'code': 1}",
+                                   "'size': -1",
+                                   "'language_from': {'code': 'c/'}, 'category': 1"})
+            QTest::newRow(member) << "{'id': 2, 'name': 'A', 'file': 'b.tsdict', " + QByteArray(member) + '}';
+    }
+
+    void dropped() {
+        QFETCH(QByteArray, record);
+        const auto parsed = parse('[' + good + ',' + record + ",{'id': 3, 'name': 'C', 'file': 'c.tsdict'}]");
+        QCOMPARE(parsed.getRight().size(), std::size_t(2));
+        QCOMPARE(summary(parsed.getRight()[1]), u"3 C c.tsdict ->-"_qs);
+        const QStringList warnings = m_device.log.take();
+        QCOMPARE(warnings.size(), 1);
+        QVERIFY(warnings[0].startsWith(u"catalogue record 1: left out"));
+    }
+
+    void everyMember() {
+        const auto parsed =
+            parse("[{'id': 1, 'name': 'N', 'file': 'f.tsdict', 'version': 3, 'thumbnail': 'https://h/c',"
+                  "'description': 'D', 'category': 'C', 'provider': 'P', 'publish_date': '2020-01-02',"
+                  "'set': 'S', 'size': 5000000000, 'unknown': {}},"
+                  "{'id': 2, 'name': 'N', 'file': 'g.tsdict', 'thumbnail': 'file:///etc/passwd'}]");
+        const DictionaryInfo info = parsed.getRight().at(0);
+        QCOMPARE(info.version, 3);
+        QCOMPARE(info.thumbnail + info.description + info.category + info.provider + info.publishDate +
+                     info.dictSet,
+                 std::string("https://h/cDCP2020-01-02S"));
+        QCOMPARE(parsed.getRight().at(1).thumbnail, std::string());
+    }
+
+    void otherBodies() {
+        const std::pair<QByteArray, int> bodies[] = {{"", 0},
+                                                     {"{}", 0},
+                                                     {'[' + good.chopped(1), int(good.size())},
+                                                     {"<html></html>", 1},
+                                                     {QByteArray(100'000, '['), 1025}};
+        for (const auto& [body, position] : bodies) {
+            const auto parsed = parse(body);
+            QVERIFY(parsed.isLeft() && parsed.getLeft().is<ApiError::ParseError>());
+            QCOMPARE(boost::get<ApiError::ParseError>(parsed.getLeft().value).error.err.at(0).position,
+                     position);
+        }
+    }
+
+private:
+    tessaly::tests::DeviceFolder m_device;
+};
+
+QTEST_GUILESS_MAIN(CatalogueParserTest)
+#include "catalogue_parser_test.moc"

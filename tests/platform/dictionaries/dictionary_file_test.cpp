@@ -1,0 +1,153 @@
+#include "device_folder.h"
+
+#include <QRandomGenerator>
+#include <QTest>
+#include <dictionaries/dictionary_file.h>
+#include <sqlite3.h>
+#include <sys/stat.h>
+#include <vellum/vellum.h>
+
+using namespace tessaly;
+
+namespace {
+
+const QString file = QStringLiteral("/mnt/ext1/system/dictionaries/d.tsdict");
+const QByteArray entries = "CREATE TABLE entries (headword, definition, folded);";
+const QByteArray tables = "CREATE TABLE metadata (key, value);" + entries;
+
+} // namespace
+
+class DictionaryFileTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void metadata() {
+        make(tables +
+             "INSERT INTO metadata VALUES ('title', 'Č'), ('language_from', 'cs'), ('set', 'S'), "
+             "('language_to', 'zh_TW'), ('description', 'D'), ('category', 'C'), ('provider', 'P'), "
+             "('version', '7'), ('publish_date', '2020'), ('thumbnail', 'http://h/c'), ('other', 'x')");
+        const auto full = open().getRight().metadata();
+        QCOMPARE(full->title + full->description + full->category + full->provider + full->publishDate +
+                     full->dictSet + full->thumbnail,
+                 std::string("ČDCP2020Shttp://h/c"));
+        QCOMPARE(full->languageFrom->stringify('_') + full->languageTo->stringify('_'),
+                 std::string("cszh_TW"));
+        QCOMPARE(full->version, 7);
+
+        make(tables +
+             "INSERT INTO metadata VALUES ('title', x'41FF42'), ('language_from', 12), ('provider', NULL), "
+             "('language_to', ''), ('version', 'four'), ('set', 1.5), ('thumbnail', 'file:///etc/passwd')");
+        const auto odd = open().getRight().metadata();
+        QCOMPARE(odd->title + odd->provider + odd->dictSet + odd->thumbnail, std::string("A\uFFFDB1.5"));
+        QVERIFY(!odd->languageFrom && !odd->languageTo && odd->version == 0);
+
+        make(tables);
+        QVERIFY(!open().getRight().metadata());
+    }
+
+    void lookup() {
+        make(tables + "INSERT INTO entries VALUES ('rum', 'odd', 'rum'), ('Rum', 'drink', 'rum'), "
+                      "('Слово', 'word', 'слово'), ('λόγος', 'speech', 'λόγοσ'), ('set', '1', 'set'), "
+                      "('set', '2', 'set')");
+        const std::pair<std::string, QString> words[] = {{"Rum", u"drink"_qs},
+                                                         {"RUM", u"odd drink"_qs},
+                                                         {"СЛОВО", u"word"_qs},
+                                                         {"ΛΌΓΟΣ", u"speech"_qs},
+                                                         {"λο\u0301γος", u"speech"_qs},
+                                                         {"set", u"1 2"_qs},
+                                                         {"%", {}},
+                                                         {"' OR 1 --", {}},
+                                                         {"", {}}};
+        for (const auto& [word, expected] : words) {
+            QStringList definitions;
+            for (const dictionary::Entry& entry : open().getRight().lookup(word))
+                definitions << QString::fromStdString(entry.definition);
+            QCOMPARE(definitions.join(u' '), expected);
+        }
+    }
+
+    void refused_data() {
+        QTest::addColumn<QByteArray>("statements");
+        const QByteArray numbers = "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n ";
+        QTest::newRow("no tables") << QByteArray("CREATE TABLE other (a)");
+        QTest::newRow("no metadata") << entries;
+        QTest::newRow("other columns")
+            << QByteArray("CREATE TABLE metadata (k, v); CREATE TABLE entries (a)");
+        QTest::newRow("endless view") << entries + "CREATE VIEW metadata AS " + numbers +
+                                             ") SELECT i AS key, i AS value FROM n WHERE i < 0";
+        QTest::newRow("virtual table") << entries + "CREATE VIRTUAL TABLE metadata USING fts5(key, value)";
+        QTest::newRow("huge text") << tables + "INSERT INTO metadata VALUES ('title', zeroblob(2000000))";
+        QTest::newRow("many large texts") << tables + "INSERT INTO metadata " + numbers +
+                                                 "WHERE i < 12) SELECT 'title', zeroblob(1000000) FROM n";
+    }
+
+    void refused() {
+        QFETCH(QByteArray, statements);
+        make(statements);
+        QVERIFY(open().isLeft());
+    }
+
+    void noDatabases() {
+        for (const QByteArray& content :
+             {QByteArray(), QByteArray("no database"), QByteArray(70'000, '\0')}) {
+            m_device.write(file, content);
+            QVERIFY(open().isLeft() && !OpenDictionary("d"));
+        }
+        QFile::remove(path());
+        QVERIFY(open().isLeft());
+        QCOMPARE(::mkfifo(qUtf8Printable(path()), 0600), 0);
+        QVERIFY(open().isLeft());
+    }
+
+    void damagedFilesDoNoHarm() {
+        make(tables + "INSERT INTO metadata VALUES ('title', 'T'); CREATE INDEX i ON entries (headword);"
+                      "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 3000) "
+                      "INSERT INTO entries SELECT 'word' || i, hex(randomblob(20)), 'word' || i FROM n");
+        QVERIFY(open().isRight() && OpenDictionary("d"));
+        QFile whole(path());
+        QVERIFY(whole.open(QIODevice::ReadOnly));
+        const QByteArray content = whole.readAll();
+        m_device.write(file, content.left(content.size() / 2));
+        QVERIFY(open().isLeft());
+
+        QRandomGenerator random(7);
+        for (int round = 0; round < 150; ++round) {
+            QByteArray damaged = content;
+            for (int i = 0; i < 20; ++i)
+                damaged[random.bounded(int(round % 2 ? 4096 : content.size()))] = char(random.bounded(256));
+            m_device.write(file, damaged);
+            const auto opened = open();
+            if (opened.isRight())
+                QVERIFY(opened.getRight().lookup("word" + std::to_string(round)).size() <= 1000);
+        }
+    }
+
+    void readingLeavesNothingBeside() {
+        make("PRAGMA journal_mode = WAL;" + tables + "INSERT INTO entries VALUES ('a', 'A', 'a')");
+        const auto opened = open();
+        QCOMPARE(opened.getRight().lookup("a").size(), std::size_t(1));
+        QVERIFY(OpenDictionary("d") && OpenDictionary("d.tsdict"));
+        QCOMPARE(QFileInfo(path()).dir().entryList(QDir::Files), QStringList(u"d.tsdict"_qs));
+    }
+
+private:
+    [[nodiscard]] QString path() const { return m_device.path(qUtf8Printable(file)); }
+
+    void make(const QByteArray& statements) const {
+        QFile::remove(path());
+        m_device.write(file, {});
+        sqlite3* database = nullptr;
+        QCOMPARE(sqlite3_open(qUtf8Printable(path()), &database), SQLITE_OK);
+        QCOMPARE(sqlite3_exec(database, statements.constData(), nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(database);
+    }
+
+    [[nodiscard]] static Either<Error, dictionary::DictionaryFile> open() {
+        return dictionary::open(file.toStdString());
+    }
+
+    tests::DeviceFolder m_device;
+};
+
+QTEST_GUILESS_MAIN(DictionaryFileTest)
+#include "dictionary_file_test.moc"

@@ -1,0 +1,143 @@
+#include "device_folder.h"
+#include "scripted_server.h"
+
+#include <QPointer>
+#include <QQmlComponent>
+#include <QQmlContext>
+#include <QQmlEngine>
+#include <QTcpServer>
+#include <QTest>
+#include <QThreadPool>
+#include <dictionaries/hunspell_searcher.h>
+#include <dictionaries/morph_explorer.h>
+#include <memory>
+#include <vellum/clock.h>
+
+using namespace tessaly;
+using dictionary::MorphValue;
+
+namespace {
+
+const QString folder = QString::fromStdString(morphology::HunspellSearcher::defaultDir());
+
+} // namespace
+
+class MorphMapsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { vellum::clock::setSpeed(20); }
+
+    void init() {
+        m_device = std::make_unique<tests::DeviceFolder>();
+        useServer(m_server.url());
+        m_explorer = std::make_unique<dictionary::MorphExplorer>(folder);
+        m_urls = m_explorer->urlMap();
+    }
+
+    void urlsComeOnceTheDeviceIsConnected() {
+        m_server.setAnswer(401, {});
+        MorphValue* const german = m_urls->at(u"de_AT"_qs);
+        QTest::qWait(300);
+        QVERIFY(m_server.takeRequests().isEmpty());
+
+        vellum::state::setNetState(2);
+        const QString failure = u"Failed to list morphology data: HTTP status 401"_qs;
+        QVERIFY(QTest::qWaitFor([&] { return m_device->log.take().contains(failure); }));
+        QVERIFY(!german->value().isValid());
+        m_server.setAnswer(200,
+                           "{'de': 'http://h/de', 'pt_BR': 'http://h/br', 'xx': 1, '../a': 'http://h/'}");
+        QTRY_COMPARE(german->value(), QVariant(u"http://h/de"_qs));
+        QCOMPARE(m_urls->at(u"pt_BR"_qs)->value(), QVariant(u"http://h/br"_qs));
+        for (const QString& code : {u"pt"_qs, u"xx"_qs, u"../a"_qs, QString()})
+            QVERIFY(!m_urls->at(code)->value().isValid());
+        QStringList warnings = m_device->log.take();
+        warnings.removeAll(failure);
+        QCOMPARE(warnings.size(), 2);
+
+        QCOMPARE(m_server.takeRequests().last(), u"GET /v1/morphology secret"_qs);
+        vellum::state::setNetworkReachable(false);
+        QTest::qWait(300);
+        QVERIFY(german->value().isValid() && m_server.takeRequests().isEmpty());
+    }
+
+    void aSilentServerHoldsNobodyUp() {
+        QTcpServer silent;
+        QVERIFY(silent.listen(QHostAddress::LocalHost));
+        useServer("http://127.0.0.1:" + QByteArray::number(silent.serverPort()));
+        vellum::state::setNetState(2);
+        const QDeadlineTimer soon(1000);
+        m_urls->at(u"de"_qs);
+        QVERIFY(silent.waitForNewConnection(5000));
+        m_explorer.reset();
+        QVERIFY(!soon.hasExpired());
+        // What the application object waits for at its end.
+        QVERIFY(QThreadPool::globalInstance()->waitForDone(8000));
+    }
+
+    void existanceFollowsTheFolder() {
+        // The folder itself comes and goes with its files.
+        QCOMPARE(installed(), QString());
+        const std::pair<QStringList, QString> cases[] = {{{u"de.aff"_qs}, {}},
+                                                         {{u"de.aff"_qs, u"de.dic"_qs}, u"de de_AT"_qs},
+                                                         {{u"pt_BR.aff"_qs, u"pt_BR.dic"_qs}, u"pt_BR"_qs},
+                                                         {{u"pt_BR.aff"_qs, u"pt.dic"_qs}, {}}};
+        for (const auto& [files, expected] : cases) {
+            for (const QString& file : files)
+                m_device->write(folder + u'/' + file, "x");
+            QTRY_COMPARE(installed(), expected);
+            QVERIFY(QDir(m_device->path(qUtf8Printable(folder))).removeRecursively());
+            QTRY_COMPARE(installed(), QString());
+        }
+    }
+
+    void qmlFollowsAndOwnsNothing() {
+        QPointer<MorphValue> german;
+        {
+            QQmlEngine engine;
+            engine.rootContext()->setContextProperty(u"explorer"_qs, m_explorer.get());
+            QQmlComponent component(&engine);
+            component.setData("import QML\n QtObject { property string seen:"
+                              "typeof explorer.urlMap.at('de').value + explorer.existanceMap.at('de').value +"
+                              "explorer.exists('de') + explorer.apiKeyProvider.apiKey() }",
+                              {});
+            const std::unique_ptr<QObject> object(component.create());
+            QCOMPARE(object->property("seen"), QVariant(u"undefinedfalsefalsesecret"_qs));
+            german = m_urls->at(u"de"_qs);
+            m_device->write(folder + u"/de.aff"_qs, "x");
+            m_device->write(folder + u"/de.dic"_qs, "x");
+            m_server.setAnswer(200, "{'de': 'http://h/de'}");
+            vellum::state::setNetState(2);
+            QTRY_COMPARE(object->property("seen"), QVariant(u"stringtruetruesecret"_qs));
+            engine.collectGarbage();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        }
+        QVERIFY(german && m_urls->at(u"de"_qs) == german);
+    }
+
+private:
+    void useServer(const QByteArray& url) const {
+        m_device->write(u"/ebrmain/config/dictionary_server.cfg"_qs,
+                        "url=" + url + "\nmorphology_api_key=secret\n");
+    }
+
+    /// What both the map and a look say is there.
+    [[nodiscard]] QString installed() const {
+        QStringList codes;
+        for (const QString& code :
+             {u"de"_qs, u"de_AT"_qs, u"pt"_qs, u"pt_BR"_qs, QString(), u"../hunspell/de"_qs}) {
+            const bool isThere = m_explorer->existanceMap()->at(code)->value().toBool();
+            if (isThere || m_explorer->exists(code))
+                codes << (isThere == m_explorer->exists(code) ? code : u"disputed "_qs + code);
+        }
+        return codes.join(u' ');
+    }
+
+    tests::ScriptedServer m_server;
+    std::unique_ptr<tests::DeviceFolder> m_device;
+    std::unique_ptr<dictionary::MorphExplorer> m_explorer;
+    dictionary::MorphUrlMap* m_urls = nullptr;
+};
+
+QTEST_GUILESS_MAIN(MorphMapsTest)
+#include "morph_maps_test.moc"

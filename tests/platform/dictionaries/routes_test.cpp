@@ -1,0 +1,137 @@
+#include "device_folder.h"
+#include "scripted_server.h"
+
+#include <QTest>
+#include <dictionaries/routes.h>
+#include <vellum/device_state.h>
+
+using namespace tessaly::dictionary;
+
+namespace {
+
+template<class T>
+QString text(const tessaly::Either<ApiError, T>& result) {
+    if (result.isLeft())
+        return QStringLiteral("error %1: ").arg(result.getLeft().value.which()) +
+               QString::fromStdString(to_string(result.getLeft()));
+    if constexpr (std::is_same_v<T, std::string>)
+        return QString::fromStdString(result.getRight());
+    else if constexpr (std::is_same_v<T, long long>)
+        return QString::number(result.getRight());
+    else
+        return QStringLiteral("%1 records").arg(result.getRight().size());
+}
+
+QString call(const QString& route, const std::string& base) {
+    if (route == u"list")
+        return text(Routes::listDictionaries(base));
+    if (route == u"request")
+        return text(Routes::requestDictionariesDownload("12,40", base));
+    if (route == u"address")
+        return text(Routes::getDictionariesDownloadUrl(7, base));
+    return text(Routes::sendSuccessInstall("7", base));
+}
+
+const QStringList routes = {u"list"_qs, u"request"_qs, u"address"_qs, u"report"_qs};
+
+} // namespace
+
+class RoutesTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void answers_data() {
+        QTest::addColumn<QString>("route");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<QString>("expected"); ///< the result's text, of an error its begin
+
+        const auto row = [](const QString& route, int status, const QByteArray& body,
+                            const QByteArray& expected) {
+            QTest::addRow("%s %d %s", qPrintable(route), status, body.left(50).constData())
+                << route << status << body << QString::fromUtf8(expected);
+        };
+        const QStringList statuses = {u"list 202"_qs,    u"list 500"_qs,    u"request 200"_qs,
+                                      u"request 404"_qs, u"address 404"_qs, u"address 429"_qs,
+                                      u"report 202"_qs,  u"report 500"_qs};
+        for (const QString& text : statuses)
+            row(text.section(u' ', 0, 0), text.section(u' ', 1).toInt(), "{}",
+                "error 2: HTTP status " + text.right(3).toUtf8());
+        row(u"request"_qs, 429, {}, "error 1");
+        row(u"address"_qs, 202, {}, "error 1");
+
+        row(u"list"_qs, 200, "[" + QByteArray(200'000, ' ') + "{'id': 1, 'name': 'A', 'file': 'a.tsdict'}]",
+            "1 records");
+        row(u"list"_qs, 200, "[", "error 0");
+        row(u"request"_qs, 202, "{'task_id': 9007199254740993}", "9007199254740993");
+        for (const char* body :
+             {"{'task_id': 0}", "{'task_id': -1}", "{'task_id': '3'}", "{}", "[3]", "3", ""})
+            row(u"request"_qs, 202, body, "error 0");
+        row(u"report"_qs, 200, "installed ✓", "installed ✓");
+        for (const QByteArray& body : {QByteArray(1025, 'x'), QByteArray("\xff")})
+            row(u"report"_qs, 200, body, "error 0");
+
+        const QByteArray sha(64, 'A');
+        const std::pair<QByteArray, QByteArray> addresses[] = {
+            {"'url': 'http://h/f.tsi'", "http://h/f.tsi"},
+            {"'url': 'https://h/f.tsi#size=1', 'size': 0", "https://h/f.tsi#size=0"},
+            {"'url': 'http://h/f', 'sha256': '" + sha + "'", "http://h/f#sha256=" + sha},
+            {"'url': 'http://h/f', 'size': 12, 'sha256': '" + sha + "'", "http://h/f#size=12&sha256=" + sha},
+            {"", "error 0"},
+            {"'url': ''", "error 0"},
+            {"'url': 'file:///etc/passwd'", "error 0"},
+            {"'url': '/f.tsi'", "error 0"},
+            {"'url': 'http://'", "error 0"},
+            {"'url': 'http:// h/'", "error 0"},
+            {"'url': 'http://h/f', 'size': -1", "error 0"},
+            {"'url': 'http://h/f', 'size': '12'", "error 0"},
+            {"'url': 'http://h/f', 'size': null", "error 0"},
+            {"'url': 'http://h/f', 'sha256': 1", "error 0"},
+            {"'url': 'http://h/f', 'sha256': '" + sha + "A'", "error 0"},
+            {"'url': 'http://h/f', 'sha256': '" + sha.chopped(1) + "g'", "error 0"}};
+        for (const auto& [members, expected] : addresses)
+            row(u"address"_qs, 200, '{' + members + '}', expected);
+        for (const QString& route : {u"request"_qs, u"address"_qs, u"report"_qs})
+            row(route, route == u"request" ? 202 : 200, QByteArray(100'000, ' '), "error 4");
+    }
+
+    void answers() {
+        QFETCH(QString, route);
+        QFETCH(int, status);
+        QFETCH(QByteArray, body);
+        QFETCH(QString, expected);
+        m_server.setAnswer(status, body);
+        const QString result = call(route, m_server.url().toStdString());
+        QVERIFY2(result == expected || (expected.startsWith(u"error") && result.startsWith(expected)),
+                 qPrintable(result));
+        const QStringList requests = {u"GET /v1/dictionaries "_qs, u"POST /v1/packages?ids=12,40 "_qs,
+                                      u"GET /v1/packages/7 "_qs, u"POST /v1/packages/7/installed "_qs};
+        QCOMPARE(m_server.takeRequests(), QStringList(requests.at(routes.indexOf(route))));
+    }
+
+    void identifiersStayIdentifiers() {
+        Routes::requestDictionariesDownload("1&x=2#", m_server.url().toStdString());
+        Routes::sendSuccessInstall("7/../8?", m_server.url().toStdString());
+        QCOMPARE(m_server.takeRequests(), QStringList({u"POST /v1/packages?ids=1%26x%3D2%23 "_qs,
+                                                       u"POST /v1/packages/7%2F..%2F8%3F/installed "_qs}));
+    }
+
+    void addresses() {
+        QCOMPARE(default_base_url(), std::string());
+        m_device.write(u"/ebrmain/config/dictionary_server.cfg"_qs, "url=http://h:1/base//\n");
+        QCOMPARE(default_base_url(), std::string("http://h:1/base"));
+        vellum::state::setNetworkReachable(false);
+        for (const QString& route : routes) {
+            QVERIFY(call(route, m_server.url().toStdString()).endsWith(u"(7)"));
+            QVERIFY(call(route, {}).endsWith(u"(3)"));
+        }
+        QVERIFY(m_server.takeRequests().isEmpty());
+    }
+
+private:
+    tessaly::tests::DeviceFolder m_device;
+    tessaly::tests::ScriptedServer m_server;
+};
+
+QTEST_GUILESS_MAIN(RoutesTest)
+#include "routes_test.moc"

@@ -1,0 +1,106 @@
+#include <vellum/clock.h>
+#include <vellum/vellum.h>
+
+#include <QElapsedTimer>
+#include <QTest>
+#include <future>
+
+using namespace std::chrono_literals;
+
+class ClockTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() {
+        vellum::clock::setSpeed(1);
+        vellum::clock::resume();
+        vellum::clock::takeSleeps();
+    }
+
+    void aTimerFiresOnce() {
+        Calls calls;
+        SetHardTimerEx("once", Calls::add, &calls, 30);
+        QTRY_COMPARE(calls.count, 1);
+        QVERIFY(calls.timer.elapsed() >= 30);
+        QTest::qWait(100);
+        QCOMPARE(calls.count, 1);
+    }
+
+    void armingANameAgainReplacesItsTimer() {
+        Calls first;
+        Calls second;
+        Calls other;
+        SetHardTimerEx("name", Calls::add, &first, 20);
+        SetHardTimerEx("other", Calls::add, &other, 20);
+        SetHardTimerEx("name", Calls::add, &second, 60);
+        QTRY_COMPARE(second.count, 1);
+        QVERIFY(second.timer.elapsed() >= 60);
+        QCOMPARE(other.count, 1);
+        QCOMPARE(first.count, 0);
+    }
+
+    void aTimerMayArmItself() {
+        struct Chain {
+            static void next(void* chain) {
+                if (++static_cast<Chain*>(chain)->count < 5)
+                    SetHardTimerEx("chain", next, chain, 1);
+            }
+            int count = 0;
+        } chain;
+        SetHardTimerEx("chain", Chain::next, &chain, 1);
+        QTRY_COMPARE(chain.count, 5);
+    }
+
+    void firesOnTheApplicationsThread() {
+        Calls calls;
+        std::async(std::launch::async, [&] { SetHardTimerEx("worker", Calls::add, &calls, 1); }).get();
+        QTRY_COMPARE(calls.count, 1);
+        QCOMPARE(calls.thread, QThread::currentThread());
+    }
+
+    void speedShortensWaits() {
+        vellum::clock::setSpeed(100);
+        Calls calls;
+        SetHardTimerEx("fast", Calls::add, &calls, 5000);
+        vl_sleep(5000);
+        QVERIFY(calls.timer.elapsed() >= 50 && calls.timer.elapsed() < 2000);
+        QTRY_COMPARE_WITH_TIMEOUT(calls.count, 1, 2000);
+        vl_sleep(2000);
+        QCOMPARE(vellum::clock::takeSleeps(), (std::vector{5000, 2000})); // as they were asked for
+        QVERIFY(vellum::clock::takeSleeps().empty());
+    }
+
+    void quittingWakesSleepers() {
+        auto sleeper = std::async(std::launch::async, [] {
+            vl_sleep(60'000);
+            vl_sleep(60'000);
+        });
+        QCOMPARE(sleeper.wait_for(50ms), std::future_status::timeout);
+        vellum::clock::wakeAll();
+        QCOMPARE(sleeper.wait_for(5s), std::future_status::ready);
+        vellum::clock::resume();
+        const QElapsedTimer timer = started();
+        vl_sleep(40);
+        QVERIFY(timer.elapsed() >= 40);
+    }
+
+private:
+    static QElapsedTimer started() {
+        QElapsedTimer timer;
+        timer.start();
+        return timer;
+    }
+
+    struct Calls {
+        static void add(void* calls) {
+            ++static_cast<Calls*>(calls)->count;
+            static_cast<Calls*>(calls)->thread = QThread::currentThread();
+        }
+        int count = 0;
+        QThread* thread = nullptr;
+        QElapsedTimer timer = started();
+    };
+};
+
+QTEST_GUILESS_MAIN(ClockTest)
+#include "clock_test.moc"

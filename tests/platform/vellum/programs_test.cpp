@@ -1,0 +1,124 @@
+#include "../support/bare_device.h"
+
+#include <vellum/vellum.h>
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTest>
+#include <csignal>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace tessaly;
+
+namespace {
+
+constexpr auto agentPath = "/ebrmain/bin/netagent";
+const char* const connectSilent[] = {"connect_silent", nullptr};
+
+} // namespace
+
+/// Tasks, and the connection that one of them makes.
+class ProgramsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() {
+        QFile::remove(m_device.path(agentPath));
+        QVERIFY(QFile::copy(QStringLiteral(TESSALY_NETAGENT), m_device.path(agentPath)));
+        vellum::state::setNetworkReachable(true);
+        vellum::state::setNetState(0);
+        vellum::state::setConnectDelayMs(0);
+    }
+
+    void cleanup() { QCOMPARE(m_log.take(), QStringList()); }
+
+    void aTaskIsFoundWhileItLives() {
+        vellum::state::setConnectDelayMs(60'000);
+        QCOMPARE(FindTaskByAppName(agentPath), -1);
+        const int task = OpenTask(agentPath, 2, connectSilent, 1);
+        QVERIFY(task > 0);
+        QTRY_COMPARE(FindTaskByAppName(agentPath), task); // once the new process runs the program
+        QCOMPARE(FindTaskByAppName("/ebrmain/bin/dictpackageinstaller.app"), -1);
+        QCOMPARE(CloseTask(task, 0, 1), 0);
+        QTRY_COMPARE(FindTaskByAppName(agentPath), -1);
+        QTRY_COMPARE(::kill(task, 0), -1); // reaped
+        QCOMPARE(CloseTask(task, 0, 1), -1);
+    }
+
+    void aZombieIsNotFound() {
+        const QByteArray program = m_device.path(agentPath).toUtf8();
+        char* const arguments[] = {const_cast<char*>(program.constData()), nullptr};
+        pid_t child = -1;
+        QCOMPARE(::posix_spawn(&child, program.constData(), nullptr, nullptr, arguments, environ), 0);
+        siginfo_t ended{};
+        QCOMPARE(::waitid(P_PID, id_t(child), &ended, WEXITED | WNOWAIT), 0);
+        QCOMPARE(FindTaskByAppName(agentPath), -1);
+        QCOMPARE(::waitpid(child, nullptr, 0), child);
+    }
+
+    void closesTasksOfTheDeviceOnly() {
+        pid_t stranger = -1;
+        char* const arguments[] = {const_cast<char*>("sleep"), const_cast<char*>("60"), nullptr};
+        QCOMPARE(::posix_spawnp(&stranger, "sleep", nullptr, nullptr, arguments, environ), 0);
+        QCOMPARE(CloseTask(stranger, 0, 1), -1);
+        QCOMPARE(::kill(stranger, SIGKILL), 0);
+        int status = 0;
+        QCOMPARE(::waitpid(stranger, &status, 0), stranger);
+        QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
+    }
+
+    void aNullEntryEndsTheArguments() {
+        QFile script(m_device.path("/ebrmain/bin/script"));
+        QVERIFY(script.open(QIODevice::WriteOnly));
+        script.write("#!/bin/sh\necho \"$#:$1:$2\" > \"$1.part\" && mv \"$1.part\" \"$1\"\n");
+        script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        script.close();
+        const QByteArray output = m_device.path("/var/output").toUtf8();
+        const char* const arguments[] = {output.constData(), "second one", nullptr, "not there"};
+        QVERIFY(OpenTask("/ebrmain/bin/script", 4, arguments, 0) > 0);
+        QFile written(QString::fromUtf8(output));
+        QTRY_VERIFY(written.exists());
+        QVERIFY(written.open(QIODevice::ReadOnly));
+        QCOMPARE(written.readAll(), "2:" + output + ":second one\n");
+    }
+
+    void reportsAProgramThatDoesNotStart() {
+        QCOMPARE(OpenTask("/ebrmain/bin/nothing", 0, nullptr, 0), -1);
+        QVERIFY(m_log.take().value(0).endsWith(QStringLiteral("No such file or directory")));
+    }
+
+    void connectsThroughTheAgent() {
+        vellum::state::setConnectDelayMs(300);
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(NetConnect2(nullptr, 1), 0);
+        QVERIFY(timer.elapsed() >= 300);
+        QCOMPARE(GetNetState(), 2);
+        QFile::remove(m_device.path(agentPath)); // connected already: not asked
+        QCOMPARE(NetConnect2(nullptr, 1), 0);
+        vellum::state::setNetworkReachable(false);
+        QCOMPARE(GetNetState(), 0);
+        QCOMPARE(NetConnect2(nullptr, 1), -1);
+        vellum::state::setNetworkReachable(true);
+        QCOMPARE(NetConnect2(nullptr, 1), -1);
+        QVERIFY(m_log.take().value(0).startsWith(QStringLiteral("Can not start")));
+    }
+
+    void theAgentFailsWhenTheNetworkGoesMeanwhile() {
+        vellum::state::setConnectDelayMs(500);
+        const int task = OpenTask(agentPath, 1, connectSilent, 0);
+        QTRY_COMPARE(FindTaskByAppName(agentPath), task);
+        vellum::state::setNetworkReachable(false);
+        QTRY_COMPARE(FindTaskByAppName(agentPath), -1);
+        QCOMPARE(GetNetState(), 0);
+    }
+
+private:
+    tests::BareDevice m_device;
+    tests::LogSpy m_log;
+};
+
+QTEST_GUILESS_MAIN(ProgramsTest)
+#include "programs_test.moc"
