@@ -1,0 +1,14 @@
+#pragma once
+
+#include "measurement.h"
+
+namespace tessaly::benchmarks {
+
+/// Seconds to replace 2,000 catalogue records, deleteAll() and addMultiple(), against the same rows written
+/// by plain Qt SQL in one transaction on a connection with the same settings. Less is better.
+Measurement measureCatalogueReplace();
+
+/// Seconds of list() with 10,000 records, against a plain Qt SQL loop over the same columns. Less is better.
+Measurement measureCatalogueList();
+
+} // namespace tessaly::benchmarks

@@ -1,0 +1,89 @@
+#include "download_benchmark.h"
+
+#include <simulator/fixture/loopback_server.h>
+#include <utilities/sync_downloader.h>
+#include <vellum/device_state.h>
+
+#include <QByteArray>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <stdexcept>
+#include <vector>
+
+namespace tessaly::benchmarks {
+
+namespace {
+
+constexpr int rounds = 11;
+constexpr qsizetype fileSize = qsizetype{64} << 20;
+
+QByteArray someFile() {
+    QByteArray content(fileSize, Qt::Uninitialized);
+    quint32 number = 1;
+    for (char& c : content)
+        c = static_cast<char>((number = number * 1664525 + 1013904223) >> 24);
+    return content;
+}
+
+template<class Download>
+double megabytesPerSecond(Download download) {
+    QElapsedTimer timer;
+    timer.start();
+    if (!download())
+        throw std::runtime_error("a download failed");
+    return double(fileSize) / 1e6 / (double(timer.nsecsElapsed()) / 1e9);
+}
+
+double median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+} // namespace
+
+Measurement measureDownload() {
+    const QTemporaryDir root;
+    const QDir folder(root.path());
+    folder.mkpath(QStringLiteral("var"));
+    folder.mkpath(QStringLiteral("mnt/ext1/Downloads"));
+    const QByteArray rootBefore = qgetenv("TESSALY_DEVICE_ROOT");
+    qputenv("TESSALY_DEVICE_ROOT", root.path().toLocal8Bit());
+    vellum::state::setNetworkReachable(true);
+
+    const QByteArray file = someFile();
+    const QByteArray head = "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(fileSize) + "\r\n\r\n";
+    const fixture::LoopbackServer server([&](fixture::Connection& client) {
+        client.receive();
+        client.send({head.data(), std::size_t(head.size())}) &&
+            client.send({file.data(), std::size_t(file.size())});
+    });
+    const QString url = QStringLiteral("http://127.0.0.1:%1/file.tsi").arg(server.port());
+    const QByteArray checksum = QCryptographicHash::hash(file, QCryptographicHash::Sha256).toHex();
+    const std::string checkedUrl = url.toStdString() + "#sha256=" + checksum.toStdString();
+
+    utilities::SyncDownloader downloader("/mnt/ext1/Downloads");
+    const QString ourCopy = folder.filePath(QStringLiteral("mnt/ext1/Downloads/ours.tsi"));
+    const QString curlsCopy = folder.filePath(QStringLiteral("mnt/ext1/Downloads/curls.tsi"));
+    std::vector<double> ours;
+    std::vector<double> reference;
+    for (int i = 0; i < rounds; ++i) {
+        QFile::remove(ourCopy);
+        QFile::remove(curlsCopy);
+        ours.push_back(
+            megabytesPerSecond([&] { return downloader.Download(checkedUrl, "/ours.tsi", 0, "benchmark"); }));
+        reference.push_back(megabytesPerSecond([&] {
+            return QProcess::execute(QStringLiteral("curl"), {QStringLiteral("-sfo"), curlsCopy, url}) == 0;
+        }));
+    }
+    if (rootBefore.isEmpty())
+        qunsetenv("TESSALY_DEVICE_ROOT");
+    else
+        qputenv("TESSALY_DEVICE_ROOT", rootBefore);
+    return {"download MB/s", median(ours), median(reference), median(ours) / median(reference)};
+}
+
+} // namespace tessaly::benchmarks
