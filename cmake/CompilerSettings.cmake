@@ -9,6 +9,6 @@ add_compile_definitions(QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_FOREACH QT_DI
 if(TESSALY_SANITIZE)
   add_compile_options(-fsanitize=${TESSALY_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${TESSALY_SANITIZE})
-  # The sanitizer's own instrumentation sets off this warning in g++.
-  add_compile_options(-Wno-null-dereference)
+  # The sanitizers' own instrumentation sets off these warnings in g++.
+  add_compile_options(-Wno-null-dereference -Wno-maybe-uninitialized)
 endif()

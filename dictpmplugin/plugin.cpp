@@ -61,8 +61,7 @@ void TSDictpmPlugin::registerTypes(const char* uri) {
     qRegisterMetaType<DictionaryIdPair>();
     registerSingleton<DictionariesListModel>(uri);
     registerSingleton<DictPMController>(uri);
-    registerUncreatable<MorphExplorer>(uri,
-                                       "created from c++ (default in DictionariesListModel singleton)");
+    registerUncreatable<MorphExplorer>(uri, "created from c++ (default in DictionariesListModel singleton)");
     registerUncreatable<MorphFileExistanceMap>(uri, "created from c++ (call MorphExplorer::existanceMap)");
     registerUncreatable<MorphUrlMap>(uri, "created from c++ (call MorphExplorer::urlMap)");
     registerUncreatable<MorphSecretProvider>(uri, "created from c++ (call MorphExplorer::apiKeyProvider)");

@@ -9,7 +9,9 @@ Migration::Error::Error(const QSqlError& sqlError)
     : m_sqlError(sqlError)
     , m_isSql(true) {}
 
-Migration::Error Migration::Error::fromSqlError(const QSqlError& error) { return Error(error); }
+Migration::Error Migration::Error::fromSqlError(const QSqlError& error) {
+    return Error(error);
+}
 
 QString Migration::Error::toString() const {
     return m_isSql ? QStringLiteral("sql error: ") + m_sqlError.text() : m_message;

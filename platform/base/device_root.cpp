@@ -12,6 +12,8 @@ std::string deviceRoot() {
     return result;
 }
 
-std::string hostPath(const std::string& devicePath) { return deviceRoot() + devicePath; }
+std::string hostPath(const std::string& devicePath) {
+    return deviceRoot() + devicePath;
+}
 
 } // namespace tessaly::base

@@ -8,8 +8,12 @@ namespace {
 std::atomic<bool> exitOnError{false};
 }
 
-bool shouldExitOnError() { return exitOnError; }
+bool shouldExitOnError() {
+    return exitOnError;
+}
 
-void setShouldExitOnError(bool value) { exitOnError = value; }
+void setShouldExitOnError(bool value) {
+    exitOnError = value;
+}
 
 } // namespace tessaly::EitherPrivate

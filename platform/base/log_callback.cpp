@@ -42,8 +42,8 @@ std::string beginSeq(unsigned char target, unsigned char mode, unsigned int colo
     sequence << "\033[";
     if (attribute)
         sequence << int(attribute) << ';';
-    sequence << int(target) << ';' << int(mode) << ';' << ((color >> 16) & 0xFF) << ';' << ((color >> 8) & 0xFF)
-             << ';' << (color & 0xFF) << 'm';
+    sequence << int(target) << ';' << int(mode) << ';' << ((color >> 16) & 0xFF) << ';'
+             << ((color >> 8) & 0xFF) << ';' << (color & 0xFF) << 'm';
     return sequence.str();
 }
 

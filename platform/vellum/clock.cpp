@@ -28,7 +28,9 @@ Clock& theClock() {
 
 namespace vellum::clock {
 
-void setSpeed(double factor) { theClock().speed = factor; }
+void setSpeed(double factor) {
+    theClock().speed = factor;
+}
 
 void wakeAll() {
     const std::lock_guard lock(theClock().mutex);
@@ -46,7 +48,9 @@ std::vector<int> takeSleeps() {
     return std::exchange(theClock().sleeps, {});
 }
 
-int scaled(int milliseconds) { return std::max(0, int(milliseconds / theClock().speed.load())); }
+int scaled(int milliseconds) {
+    return std::max(0, int(milliseconds / theClock().speed.load()));
+}
 
 } // namespace vellum::clock
 

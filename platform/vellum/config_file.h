@@ -6,8 +6,8 @@
 
 namespace vellum {
 
-/// A key-value file, one `key=value` a line. In values a backslash, a line feed and a carriage return are escaped, in
-/// keys the equals sign too. Lines without an equals sign are dropped.
+/// A key-value file, one `key=value` a line. In values a backslash, a line feed and a carriage return are
+/// escaped, in keys the equals sign too. Lines without an equals sign are dropped.
 class ConfigFile {
 public:
     static ConfigFile load(const std::string& hostPath);

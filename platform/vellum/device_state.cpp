@@ -26,7 +26,9 @@ constexpr auto inputKey = "input";
 constexpr auto screenKey = "screen";
 constexpr auto languageKey = "language";
 
-ConfigFile load() { return ConfigFile::load(tessaly::base::hostPath(statePath)); }
+ConfigFile load() {
+    return ConfigFile::load(tessaly::base::hostPath(statePath));
+}
 
 /// Keeps two processes from changing the file at the same time, so that neither loses the other's change.
 class FileLock {
@@ -61,7 +63,9 @@ void store(const char* key, const std::string& value) {
 
 } // namespace
 
-bool isNetworkReachable() { return load().intValue(networkReachable, 0) != 0; }
+bool isNetworkReachable() {
+    return load().intValue(networkReachable, 0) != 0;
+}
 
 void setNetworkReachable(bool reachable) {
     store(networkReachable, reachable ? "1" : "0");
@@ -69,11 +73,19 @@ void setNetworkReachable(bool reachable) {
         setNetState(0);
 }
 
-int netState() { return load().intValue(netStateKey, 0); }
-void setNetState(int state) { store(netStateKey, std::to_string(state)); }
+int netState() {
+    return load().intValue(netStateKey, 0);
+}
+void setNetState(int state) {
+    store(netStateKey, std::to_string(state));
+}
 
-int connectDelayMs() { return load().intValue(connectDelay, 0); }
-void setConnectDelayMs(int milliseconds) { store(connectDelay, std::to_string(milliseconds)); }
+int connectDelayMs() {
+    return load().intValue(connectDelay, 0);
+}
+void setConnectDelayMs(int milliseconds) {
+    store(connectDelay, std::to_string(milliseconds));
+}
 
 std::int64_t secureFreeBytes() {
     const std::string text = load().value(secureFree).value_or("-1");
@@ -81,20 +93,40 @@ std::int64_t secureFreeBytes() {
     std::from_chars(text.data(), text.data() + text.size(), bytes);
     return bytes;
 }
-void setSecureFreeBytes(std::int64_t bytes) { store(secureFree, std::to_string(bytes)); }
+void setSecureFreeBytes(std::int64_t bytes) {
+    store(secureFree, std::to_string(bytes));
+}
 
-bool isDebugMode() { return load().intValue(debugMode, 0) != 0; }
-void setDebugMode(bool on) { store(debugMode, on ? "1" : "0"); }
+bool isDebugMode() {
+    return load().intValue(debugMode, 0) != 0;
+}
+void setDebugMode(bool on) {
+    store(debugMode, on ? "1" : "0");
+}
 
-Input input() { return load().value(inputKey).value_or("touch") == "keys" ? Input::Keys : Input::Touch; }
-void setInput(Input input) { store(inputKey, input == Input::Keys ? "keys" : "touch"); }
+Input input() {
+    return load().value(inputKey).value_or("touch") == "keys" ? Input::Keys : Input::Touch;
+}
+void setInput(Input input) {
+    store(inputKey, input == Input::Keys ? "keys" : "touch");
+}
 
-std::string screen() { return load().value(screenKey).value_or("758x1024"); }
-void setScreen(const std::string& size) { store(screenKey, size); }
+std::string screen() {
+    return load().value(screenKey).value_or("758x1024");
+}
+void setScreen(const std::string& size) {
+    store(screenKey, size);
+}
 
-std::string language() { return load().value(languageKey).value_or("en"); }
-void setLanguage(const std::string& code) { store(languageKey, code); }
+std::string language() {
+    return load().value(languageKey).value_or("en");
+}
+void setLanguage(const std::string& code) {
+    store(languageKey, code);
+}
 
 } // namespace vellum::state
 
-bool vl_debug_mode() { return vellum::state::isDebugMode(); }
+bool vl_debug_mode() {
+    return vellum::state::isDebugMode();
+}

@@ -3,7 +3,9 @@
 #include <vellum/device_state.h>
 #include <vellum/vellum.h>
 
-int GetNetState() { return vellum::state::netState(); }
+int GetNetState() {
+    return vellum::state::netState();
+}
 
 int NetConnect2(const char*, int) {
     if (GetNetState() == 2)

@@ -26,5 +26,9 @@ void vl_sleep_preventor_stop(vl_sleep_preventor* preventor) {
     --activeCount;
 }
 
-int vellum::activeSleepPreventors() { return activeCount; }
-int vellum::startedSleepPreventors() { return startedCount; }
+int vellum::activeSleepPreventors() {
+    return activeCount;
+}
+int vellum::startedSleepPreventors() {
+    return startedCount;
+}

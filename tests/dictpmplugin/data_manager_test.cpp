@@ -65,7 +65,6 @@ private Q_SLOTS:
         for (const auto& info : offered.getRight())
             m_offered << QString::number(info.serverId);
         QVERIFY(m_offered.size() > 10);
-        utilities::HttpClient::setDefaultLimits({2000, 1, 20, 4 << 20});
     }
     void init() {
         m_watch.emplace();
@@ -73,6 +72,7 @@ private Q_SLOTS:
         m_device.server().resetSwitches();
         m_device.setServerUrl(m_device.server().url());
         m_device.setOnline(true);
+        utilities::HttpClient::setDefaultLimits({});
         DataManager::isConnecting = false;
         QFile::remove(m_device.path("/mnt/ext1/system/tsdicts/tsdicts.db"));
         open();
@@ -116,34 +116,40 @@ private Q_SLOTS:
     }
 
     void failuresLeaveTheStoredCatalogue_data() {
-        QTest::addColumn<Fault::Kind>("fault"); // on the way
-        QTest::addColumn<QString>("mode");      // of the server
+        QTest::addColumn<Fault>("fault");  // on the way
+        QTest::addColumn<QString>("mode"); // of the server
         QTest::addColumn<int>("error");
         using Kind = Fault::Kind;
-        QTest::newRow("refused") << Kind::None << u"status:500"_qs << int(DataManager::UndefinedError);
-        QTest::newRow("malformed") << Kind::None << u"malformed"_qs << int(DataManager::UndefinedError);
-        QTest::newRow("wrong type") << Kind::None << u"wrong_type"_qs << int(DataManager::UndefinedError);
-        QTest::newRow("too large") << Kind::None << u"oversized"_qs << int(DataManager::NetworkError);
-        QTest::newRow("reset") << Kind::Reset << u"normal"_qs << int(DataManager::NetworkError);
-        QTest::newRow("cut off") << Kind::Close << u"normal"_qs << int(DataManager::NetworkError);
-        QTest::newRow("stalled") << Kind::Stall << u"normal"_qs << int(DataManager::NetworkError);
-        QTest::newRow("endless") << Kind::Endless << u"normal"_qs << int(DataManager::NetworkError);
-        QTest::newRow("no server") << Kind::None << QString() << int(DataManager::NetworkError);
-        QTest::newRow("no network") << Kind::None << QString() << int(DataManager::NetworkNotAvailableError);
+        QTest::newRow("refused") << Fault() << u"status:500"_qs << int(DataManager::UndefinedError);
+        QTest::newRow("malformed") << Fault() << u"malformed"_qs << int(DataManager::UndefinedError);
+        QTest::newRow("wrong type") << Fault() << u"wrong_type"_qs << int(DataManager::UndefinedError);
+        QTest::newRow("no server") << Fault() << QString() << int(DataManager::NetworkError);
+        QTest::newRow("no network") << Fault() << QString() << int(DataManager::NetworkNotAvailableError);
+        const auto row = [](const char* name, const Fault& fault) {
+            QTest::newRow(name) << fault << u"normal"_qs << int(DataManager::NetworkError);
+        };
+        row("reset", {Kind::Reset, 700, 0});
+        row("cut off", {Kind::Close, 700, 0});
+        row("stalled", {Kind::Stall, 700, 0});
+        row("too large", {Kind::Endless, 0, 0});
+        row("endless", {Kind::Endless, 0, 100});
     }
     void failuresLeaveTheStoredCatalogue() {
-        QFETCH(const Fault::Kind, fault);
+        QFETCH(const Fault, fault);
         QFETCH(const QString, mode);
         QFETCH(const int, error);
         m_holder->dictionaryDAO().addMultiple(tests::makeRecords(3)).qGetOrErr();
         if (!mode.isEmpty())
             m_device.server().setSwitches({{u"catalogue"_qs, mode}});
+        if (fault.kind != Fault::Kind::None)
+            utilities::HttpClient::setDefaultLimits({2000, 1, 2, 1 << 20});
         fixture::FaultProxy proxy(std::uint16_t(m_device.server().port()));
-        proxy.setFault({fault, 700, 0});
+        proxy.setFault(fault);
         m_device.setServerUrl(u"http://127.0.0.1:%1"_qs.arg(mode.isEmpty() ? 1 : proxy.port()));
         m_device.setOnline(error != DataManager::NetworkNotAvailableError);
         QCOMPARE(synchronize(), error);
-        QCOMPARE(int(m_manager->getDictionariesFromNet().getLeft()), error);
+        const auto fromNet = m_manager->getDictionariesFromNet();
+        QVERIFY(fromNet.isLeft() && int(fromNet.getLeft()) == error);
         QCOMPARE(stored("dicts_id"), QStringList({u"1"_qs, u"2"_qs, u"3"_qs}));
     }
 

@@ -357,7 +357,9 @@ private Q_SLOTS:
         m_model->refreshData();
         QCOMPARE(m_watch->lines(u"DICTS"_qs), QStringList());
         vellum::state::setDebugMode(true);
+        const int preventors = vellum::startedSleepPreventors();
         m_model->refreshData();
+        QCOMPARE(vellum::startedSleepPreventors(), preventors + 1);
         QStringList heads;
         for (const QString& text : m_watch->lines(u"DICTS"_qs))
             heads << text.section(u'\n', 0, 0) + u'/' + QString::number(text.count(u'\n'));

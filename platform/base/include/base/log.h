@@ -22,8 +22,9 @@ TESSALY_BASE_API void verbose(const char* file, int line, const char* function, 
 
 namespace ansicolor {
 
-/// The terminal escape sequence that starts a 24-bit colour: `target` 38 is the foreground, 48 the background, `mode` 2
-/// says that a colour value 0xRRGGBB follows; `attribute` (1 is bold) comes first, 0 means none.
+/// The terminal escape sequence that starts a 24-bit colour: `target` 38 is the foreground, 48 the
+/// background, `mode` 2 says that a colour value 0xRRGGBB follows; `attribute` (1 is bold) comes first, 0
+/// means none.
 TESSALY_BASE_API std::string beginSeq(unsigned char target, unsigned char mode, unsigned int color,
                                       unsigned char attribute);
 

@@ -20,16 +20,16 @@ struct Record {
 
 using Listener = std::function<void(const Record&)>;
 
-/// The end of both log channels. Errors and warnings are printed to stderr (or the log file), and each record goes to
-/// every listener, on the thread that logs. A listener must not log. Any thread.
+/// The end of both log channels. Errors and warnings are printed to stderr (or the log file), and each record
+/// goes to every listener, on the thread that logs. A listener must not log. Any thread.
 TESSALY_BASE_API void write(const Record& record);
 
 /// Returns the number under which the listener is removed again.
 TESSALY_BASE_API int addListener(Listener listener);
 TESSALY_BASE_API void removeListener(int number);
 
-/// From now on records are appended to this host file, trace lines included, and no longer printed to stderr. An empty
-/// path goes back to stderr. Returns false, and changes nothing, if the file can't be opened.
+/// From now on records are appended to this host file, trace lines included, and no longer printed to stderr.
+/// An empty path goes back to stderr. Returns false, and changes nothing, if the file can't be opened.
 TESSALY_BASE_API bool setLogFile(const std::string& hostPath);
 
 } // namespace tessaly::log

@@ -16,7 +16,9 @@ struct basic_locale {
     static std::string stringify(const Language& language, const Region& region, char separator) {
         return region ? language + separator + *region : language;
     }
-    [[nodiscard]] std::string stringify(char separator) const { return stringify(language, region, separator); }
+    [[nodiscard]] std::string stringify(char separator) const {
+        return stringify(language, region, separator);
+    }
 
     friend bool operator==(const basic_locale& a, const basic_locale& b) {
         return a.language == b.language && a.region == b.region;

@@ -11,9 +11,9 @@ namespace tessaly::utilities {
 /// Bounds of one request. What exceeds them ends it with an error, never with half an answer.
 struct HttpLimits {
     long connectTimeoutMs = 5000;
-    long stallSeconds = 10;              ///< without a single byte
-    long totalSeconds = 60;              ///< for the whole request; 0 is no bound
-    long long answerBytes = 16 << 20;    ///< of the body
+    long stallSeconds = 10;           ///< without a single byte
+    long totalSeconds = 60;           ///< for the whole request; 0 is no bound
+    long long answerBytes = 16 << 20; ///< of the body
 };
 
 struct HttpAnswer {
@@ -24,15 +24,16 @@ struct HttpAnswer {
     [[nodiscard]] bool isTransportFailure() const { return curlCode != 0; }
 };
 
-/// Requests over http and https only, with bounds. Fails at once, as unable to connect, when the device has no network in
-/// reach. Blocks; any thread, several at once.
+/// Requests over http and https only, with bounds. Fails at once, as unable to connect, when the device has
+/// no network in reach. Blocks; any thread, several at once.
 class TESSALY_UTILITIES_API HttpClient {
 public:
     explicit HttpClient(const HttpLimits& limits = defaultLimits());
 
     using Headers = std::map<std::string, std::string>;
     [[nodiscard]] HttpAnswer get(const std::string& url, const Headers& headers = {}) const;
-    [[nodiscard]] HttpAnswer post(const std::string& url, const std::string& body = {}, const Headers& headers = {}) const;
+    [[nodiscard]] HttpAnswer post(const std::string& url, const std::string& body = {},
+                                  const Headers& headers = {}) const;
 
     /// What clients made from now on use. To be set before any other thread makes one.
     static HttpLimits defaultLimits();

@@ -7,8 +7,8 @@
 
 namespace tessaly::utilities {
 
-/// Downloads one file at a time into a folder of the device, blocking the calling thread, while another thread reads the
-/// progress or cancels.
+/// Downloads one file at a time into a folder of the device, blocking the calling thread, while another
+/// thread reads the progress or cancels.
 class TESSALY_UTILITIES_API SyncDownloader {
 public:
     /// `folder` is a device path.
@@ -17,14 +17,15 @@ public:
     SyncDownloader(const SyncDownloader&) = delete;
     SyncDownloader& operator=(const SyncDownloader&) = delete;
 
-    /// Stores `url` under `path` ("/name", relative to the folder); an older file of that name goes first, and the new
-    /// one is there only once it is whole. True on success. What is known of the file beforehand stands in the address's
-    /// fragment ("#size=BYTES&sha256=HEX", either may be missing) and is checked, as is the length that the answer
-    /// announces. `flags` is 0. `text` labels the download in the log. A name that leaves the folder is refused.
+    /// Stores `url` under `path` ("/name", relative to the folder); an older file of that name goes first,
+    /// and the new one is there only once it is whole. True on success. What is known of the file beforehand
+    /// stands in the address's fragment ("#size=BYTES&sha256=HEX", either may be missing) and is checked, as
+    /// is the length that the answer announces. `flags` is 0. `text` labels the download in the log. A name
+    /// that leaves the folder is refused.
     bool Download(const std::string& url, const std::string& path, int flags, const std::string& text);
 
-    /// Any thread. `active` says whether a download runs, `text` what it said last (a label or an error), `total` and
-    /// `done` are sizes in KiB; the total is never zero. Any pointer may be null.
+    /// Any thread. `active` says whether a download runs, `text` what it said last (a label or an error),
+    /// `total` and `done` are sizes in KiB; the total is never zero. Any pointer may be null.
     void GetProgress(bool* active, std::string* text, int* total, int* done) const;
 
     /// Any thread. Ends the running download within a moment, and lets none start, until ClearStatus().

@@ -10,7 +10,8 @@ namespace vellum::clock {
 /// How many times faster than real time waits pass; 1 is real time.
 TESSALY_VELLUM_API void setSpeed(double factor);
 
-/// Wakes every sleeper, and lets none sleep again until `resume`. To be called when the process is about to quit.
+/// Wakes every sleeper, and lets none sleep again until `resume`. To be called when the process is about to
+/// quit.
 TESSALY_VELLUM_API void wakeAll();
 TESSALY_VELLUM_API void resume();
 

@@ -10,12 +10,13 @@
 /// State of the network connection; only the value 2 means connected.
 TESSALY_VELLUM_API int GetNetState();
 
-/// Connects with the named connection (null: the default one) by running the network agent, and waits for it. 0 is
-/// success. Returns at once when connected already, or when no network is reachable.
+/// Connects with the named connection (null: the default one) by running the network agent, and waits for it.
+/// 0 is success. Returns at once when connected already, or when no network is reachable.
 TESSALY_VELLUM_API int NetConnect2(const char* name, int flags);
 
-/// Starts a program as a process of its own and returns its task identifier, or -1. `argv` has `argc` entries without
-/// the program name; a null entry ends it early. The flags choose priority and screen on a device; here they do nothing.
+/// Starts a program as a process of its own and returns its task identifier, or -1. `argv` has `argc` entries
+/// without the program name; a null entry ends it early. The flags choose priority and screen on a device;
+/// here they do nothing.
 TESSALY_VELLUM_API int OpenTask(const char* path, int argc, const char* const* argv, int flags);
 
 /// The task identifier of a running program with this path, whoever started it, or -1.
@@ -24,9 +25,10 @@ TESSALY_VELLUM_API int FindTaskByAppName(const char* path);
 /// Ends a task of this device and returns 0, or -1 if there is none with this identifier.
 TESSALY_VELLUM_API int CloseTask(int task, int reserved, int force);
 
-/// Calls `function(context)` once after `milliseconds` on the thread of the application object. Arming a name again
-/// replaces its timer. Needs a QCoreApplication.
-TESSALY_VELLUM_API void SetHardTimerEx(const char* name, void (*function)(void*), void* context, int milliseconds);
+/// Calls `function(context)` once after `milliseconds` on the thread of the application object. Arming a name
+/// again replaces its timer. Needs a QCoreApplication.
+TESSALY_VELLUM_API void SetHardTimerEx(const char* name, void (*function)(void*), void* context,
+                                       int milliseconds);
 
 /// An open key-value file; owned by whoever opened it, until CloseConfig. One thread at a time.
 struct vl_config;
@@ -42,8 +44,8 @@ TESSALY_VELLUM_API void WriteString(vl_config* config, const char* key, const ch
 TESSALY_VELLUM_API bool SaveConfig(vl_config* config);
 TESSALY_VELLUM_API void CloseConfig(vl_config* config);
 
-/// Makes the reader use the installed dictionary of this name, or of this file name. Non-zero on success: it is
-/// installed and its file opens.
+/// Makes the reader use the installed dictionary of this name, or of this file name. Non-zero on success: it
+/// is installed and its file opens.
 TESSALY_VELLUM_API int OpenDictionary(const char* name);
 
 /// A request that the device stay awake. The record is its owner's, and stays where it is from start to stop.
