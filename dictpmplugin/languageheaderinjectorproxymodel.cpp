@@ -128,7 +128,7 @@ void LanguageHeaderInjectorProxyModel::countRows() {
     for (const auto& [language, group] : std::as_const(m_groups)) {
         m_headerRows.push_back(row++);
         for (const QModelIndex& source : group.indexes) {
-            const auto sourceRow = std::size_t(std::max(source.row(), 0));
+            const auto sourceRow = std::size_t(std::max(source.row(), 0)); // a source may refuse an index
             if (m_rowsOfSourceRows.size() <= sourceRow)
                 m_rowsOfSourceRows.resize(sourceRow + 1, -1);
             m_rowsOfSourceRows[sourceRow] = row++;
