@@ -6,6 +6,7 @@
 #include "simulator/fixture/test_device.h"
 
 #include <base/log_sink.h>
+#include <vellum/device_state.h>
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -44,6 +45,9 @@ int main(int argc, char** argv) {
     std::unique_ptr<fixture::TestDevice> device;
     log.run(QStringLiteral("a device and its dictionary server are there"), [&] {
         device = std::make_unique<fixture::TestDevice>(parser.value(rootOption));
+        // A tour that was killed in the middle of a failure left its switches behind.
+        vellum::state::setNetworkReachable(true);
+        vellum::state::setSecureFreeBytes(-1);
         log::setLogFile(device->path("/var/log/device.log").toStdString());
         return device->startServer().url();
     });
