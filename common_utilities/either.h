@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <functional>
 #include <ostream>
+#include <utility>
 
 namespace tessaly {
 
@@ -48,17 +49,25 @@ private:
 template<class T>
 class Right {
 public:
-    Right(const T& value)
-        : m_value(value) {}
+    Right(T value)
+        : m_value(std::move(value)) {}
 
     template<class L>
-    operator Either<L, T>() const {
+    operator Either<L, T>() const& {
         return Either<L, T>(*this);
     }
+    template<class L>
+    operator Either<L, T>() && {
+        return Either<L, T>(std::move(*this));
+    }
 
-    const T& value() const {
+    const T& value() const& {
         BOOST_ASSERT(m_value);
         return *m_value;
+    }
+    T&& value() && {
+        BOOST_ASSERT(m_value);
+        return std::move(*m_value);
     }
 
 private:
@@ -86,6 +95,8 @@ public:
         : m_value(Alternative<L, 0>{left.value()}) {}
     explicit Either(const Right<R>& right)
         : m_value(Alternative<R, 1>{right.value()}) {}
+    explicit Either(Right<R>&& right)
+        : m_value(Alternative<R, 1>{std::move(right).value()}) {}
 
     [[nodiscard]] bool isLeft() const { return m_value.which() == 0; }
     [[nodiscard]] bool isRight() const { return m_value.which() == 1; }

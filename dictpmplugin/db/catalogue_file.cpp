@@ -21,8 +21,10 @@ bool saysDamaged(const QSqlQuery& query) {
 /// Sets the modes of a freshly opened file and looks it over. False if the file is damaged.
 bool setUp(const QSqlDatabase& db) {
     QSqlQuery query(db);
-    // WAL can only be switched on while no statement is active, so it comes first.
-    for (const QString& mode : {QStringLiteral("journal_mode=WAL"), QStringLiteral("synchronous=NORMAL")}) {
+    // WAL can only be switched on while no statement is active, so it comes first. A rewritten catalogue fits
+    // into the log (8,000 pages), so that no flush for moving it into the database comes in between.
+    for (const QString& mode : {QStringLiteral("journal_mode=WAL"), QStringLiteral("synchronous=NORMAL"),
+                                QStringLiteral("wal_autocheckpoint=8000")}) {
         if (!query.exec(QStringLiteral("PRAGMA ") + mode) && saysDamaged(query))
             return false;
         query.finish();

@@ -7,6 +7,7 @@
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QVariant>
+#include <utility>
 
 namespace tessaly::dictionary {
 
@@ -92,7 +93,7 @@ Either<DAOError, std::vector<DictionaryInfo>> DictionaryDAO::list() const {
     // Damage deep in the file shows only while stepping; half a catalogue must not pass for the whole.
     if (query.lastError().isValid())
         return failure(QStringLiteral("error while listing dictionaries"), query);
-    return Right<std::vector<DictionaryInfo>>(result);
+    return Right<std::vector<DictionaryInfo>>(std::move(result));
 }
 
 Either<DAOError, void> DictionaryDAO::addMultiple(const std::vector<DictionaryInfo>& items) const {
