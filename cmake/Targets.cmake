@@ -20,3 +20,10 @@ function(tessaly_test name source)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
 endfunction()
+
+# tessaly_quiet_generated(TARGET): no warnings from what the QML tools generated for this module.
+function(tessaly_quiet_generated target)
+  get_target_property(sources ${target} SOURCES)
+  list(FILTER sources INCLUDE REGEX "/\\.rcc/qmlcache/.*\\.cpp$|_qmltyperegistrations\\.cpp$")
+  set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS "-w;-g0")
+endfunction()

@@ -1,0 +1,35 @@
+import QtQuick
+
+// An icon and a text beside it: a button, or with `interactive` false something to read.
+PushButton {
+    id: control
+
+    // The icon's bare name.
+    property string image
+    property bool interactive: true
+    property int fontStyle: FontStyles.Body
+    property color textColor: GlobalValues.defaultTextColor
+    property int alignment: Qt.AlignLeft
+
+    enabled: interactive
+    font.family: FontStyles.family
+    font.pointSize: FontStyles.pointSize(fontStyle)
+    font.bold: FontStyles.isBold(fontStyle)
+    padding: Global.mm(1)
+    spacing: image ? Global.mm(2) : 0
+    Accessible.role: interactive ? Accessible.Button : Accessible.StaticText
+
+    background: Rectangle {
+        color: control.held ? GlobalValues.defaultHoveredColor : "transparent"
+        radius: GlobalValues.listElementHoverFrameBorderRadius
+    }
+    contentItem: IconLabel {
+        icon: !control.image ? "" : control.held ? Global.getInvertedImage(control.image)
+                                                 : Global.getNormalImage(control.image)
+        text: control.text
+        font: control.font
+        textColor: control.held ? GlobalValues.defaultBackgroundColor : control.textColor
+        spacing: control.spacing
+        centred: control.alignment & Qt.AlignHCenter
+    }
+}

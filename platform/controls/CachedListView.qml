@@ -1,0 +1,20 @@
+import QtQuick
+import com.tessaly.controls.device
+
+// A list that keeps no row for reuse: rows write to properties of their own that are bound to the model.
+ListView {
+    id: list
+
+    readonly property ListBehaviour listBehaviour: ListBehaviour {
+        view: list
+    }
+
+    reuseItems: false
+    cacheBuffer: 0
+    keyNavigationEnabled: false
+    highlightMoveDuration: 0
+    highlightMoveVelocity: 0
+    highlightResizeDuration: 0
+    activeFocusOnTab: count > 0
+    Accessible.role: Accessible.List
+}

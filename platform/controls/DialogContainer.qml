@@ -1,0 +1,105 @@
+import QtQuick
+
+// The frame of a dialog over its whole parent, of which nothing behind can be touched. What is written inside stands in
+// one column.
+FocusScope {
+    id: dialog
+
+    default property alias content: column.data
+    property real dialogWidth: GlobalValues.defaultDialogWidth
+    property string title
+    // Without the title bar.
+    property bool headless: false
+    property bool backOnPgUp: false
+    // A function that returns true keeps the dialog from closing.
+    property var closeInterceptor: null
+    // Takes the focus first; null: the first that can.
+    property Item initialFocusItem: null
+
+    signal close()
+    signal back()
+    signal apply()
+    signal cancel()
+
+    function requestClose() {
+        const intercept = closeInterceptor
+        if (!intercept || intercept() !== true)
+            close()
+    }
+
+    function focusOnFirstElement() {
+        const first = initialFocusItem ?? firstFocusable(column)
+        if (first)
+            first.forceActiveFocus()
+        else
+            dialog.forceActiveFocus()
+    }
+
+    function firstFocusable(item) {
+        for (let i = 0; i < item.children.length; ++i) {
+            const child = item.children[i]
+            if (!child.visible || !child.enabled || child.focusable === false)
+                continue
+            const found = child.activeFocusOnTab ? child : firstFocusable(child)
+            if (found)
+                return found
+        }
+        return null
+    }
+
+    anchors.fill: parent
+    state: "VerticalCenter"
+    Accessible.role: Accessible.Dialog
+    Accessible.name: title
+
+    Keys.onPressed: event => {
+        const goesBack = event.key === Qt.Key_Back || event.key === Qt.Key_Backspace
+                         || (backOnPgUp && event.key === Qt.Key_PageUp)
+        if (goesBack)
+            dialog.back()
+        else if (event.key === Qt.Key_Escape)
+            dialog.requestClose()
+        else
+            return
+        event.accepted = true
+    }
+
+    states: [
+        State { name: "VerticalCenter" },
+        State { name: "VerticalBottom" }
+    ]
+
+    // What is behind the dialog isn't there for fingers.
+    MouseArea {
+        anchors.fill: parent
+        onWheel: wheel => wheel.accepted = true
+    }
+    Rectangle {
+        id: frame
+        width: dialog.dialogWidth
+        height: inside.height + 2 * border.width
+        x: Math.round((dialog.width - width) / 2)
+        y: Math.round(dialog.state === "VerticalBottom" ? dialog.height - height : (dialog.height - height) / 2)
+        color: GlobalValues.defaultBackgroundColor
+        border.width: GlobalValues.defaultBorderThickness
+        border.color: GlobalValues.defaultBorderColor
+        radius: GlobalValues.dialogRadius
+
+        Column {
+            id: inside
+            x: frame.border.width
+            y: frame.border.width
+            width: parent.width - 2 * x
+
+            DialogTitle {
+                width: parent.width
+                visible: !dialog.headless
+                text: dialog.title
+            }
+            Column {
+                id: column
+                width: parent.width
+            }
+        }
+    }
+}

@@ -1,0 +1,50 @@
+import QtQuick
+
+// The two answers to a dialog.
+FocusScope {
+    id: footer
+
+    property string applyTitle
+    property string cancelTitle
+    property bool canApply: true
+    property bool canCancel: true
+
+    signal apply()
+    signal cancel()
+
+    width: parent ? parent.width : implicitWidth
+    implicitHeight: GlobalValues.dialogBottomButtonsHeight
+    activeFocusOnTab: true
+
+    Rectangle {
+        width: parent.width
+        height: GlobalValues.defaultSolidSeparatorThickness
+        color: GlobalValues.defaultSolidseparatorColor
+    }
+    TextButton {
+        id: cancelButton
+        focus: true
+        width: Math.floor(parent.width / 2)
+        height: parent.height
+        text: footer.cancelTitle
+        enabled: footer.canCancel
+        KeyNavigation.right: applyButton
+        onClicked: footer.cancel()
+    }
+    TextButton {
+        id: applyButton
+        anchors.right: parent.right
+        width: parent.width - cancelButton.width
+        height: parent.height
+        text: footer.applyTitle
+        enabled: footer.canApply
+        KeyNavigation.left: cancelButton
+        onClicked: footer.apply()
+    }
+    Rectangle {
+        x: cancelButton.width
+        width: GlobalValues.defaultSolidSeparatorThickness
+        height: parent.height
+        color: GlobalValues.defaultSolidseparatorColor
+    }
+}

@@ -1,0 +1,23 @@
+pragma Singleton
+import QtQuick
+import com.tessaly.controls.device
+
+// The interface's type, by use.
+QtObject {
+    enum Style { Body, BodyBold, BodyS, BodyL, Heading2, Heading5 }
+
+    readonly property string family: "Noto Sans"
+    readonly property color disabledTextColor: "#8c8c8c"
+
+    // Letter height of each style, in printer's points on the screen.
+    readonly property var points: [10.5, 10.5, 9, 11.5, 14, 10.5]
+
+    function isBold(style: int): bool {
+        return style === FontStyles.BodyBold || style === FontStyles.Heading2 || style === FontStyles.Heading5
+    }
+
+    // In points of the host's screen, which fonts are measured in.
+    function pointSize(style: int): real {
+        return DeviceInfoProvider.pointSize(points[style] * DeviceInfoProvider.dpi / 72)
+    }
+}

@@ -1,0 +1,121 @@
+pragma Singleton
+import QtQuick
+import com.tessaly.controls.device
+
+// Lengths, images, and what screens do with loaders and lists. A loader here is one of those that create their item when
+// they first become visible.
+QtObject {
+    // Pixels of so many 1/160 inch.
+    function dp(length: real): real {
+        return Math.round(length * DeviceInfoProvider.dpi / 160)
+    }
+
+    // Pixels of so many dots of the design, which is drawn for 300 of them an inch.
+    function pixelsFromDesign(dots: real): real {
+        return Math.round(dots * DeviceInfoProvider.dpi / 300)
+    }
+
+    // Pixels of so many millimetres.
+    function mm(length: real): real {
+        return Math.round(length * DeviceInfoProvider.dpi / 25.4)
+    }
+
+    function getNormalImage(name: string): string {
+        return "image://resource/" + name
+    }
+
+    function getInvertedImage(name: string): string {
+        return "image://resource/" + name + "_inv"
+    }
+
+    // A message that must be acknowledged, one with an icon, takes the focus.
+    function openInfoMessageLoader(loader, text, icon, milliseconds) {
+        loader.visible = true
+        loader.item.showFor(text, icon, milliseconds)
+        if (icon)
+            loader.item.forceActiveFocus()
+    }
+
+    function closeInfoMessageLoader(loader) {
+        loader.visible = false
+        if (loader.item)
+            loader.item.hide()
+    }
+
+    function openInformationConfirmationDialog(loader) {
+        loader.visible = true
+        if (loader.item)
+            loader.item.forceActiveFocus()
+    }
+
+    function openInformationConfirmationDialogLoader(loader, text) {
+        openInformationConfirmationDialog(loader)
+        if (loader.item && loader.item.message !== undefined)
+            loader.item.message = text
+    }
+
+    function openConfirmationDialog(loader, text, callback) {
+        loader.callback = callback
+        loader.visible = true
+        loader.item.title = text
+        loader.item.forceActiveFocus()
+    }
+
+    function closeConfirmationDialogLoader(loader) {
+        loader.visible = false
+    }
+
+    // Pages of a list begin with a whole row: the one that the page before cut off. They tell whether the list moved.
+    function scrollPageDown(list): bool {
+        const before = list.contentY
+        const bottom = before + list.height
+        const row = list.indexAt(list.width / 2, bottom - 1)
+        const item = list.itemAtIndex(row)
+        if (!item)
+            return scrollFlickablePageDown(list)
+        if (item.y <= before)
+            return scrollFlickablePageDown(list)
+        list.positionViewAtIndex(item.y + item.height <= bottom ? Math.min(row + 1, list.count - 1) : row,
+                                 ListView.Beginning)
+        return list.contentY > before
+    }
+
+    function scrollPageUp(list): bool {
+        const before = list.contentY
+        const row = list.indexAt(list.width / 2, before)
+        const item = list.itemAtIndex(row)
+        if (!item)
+            return scrollFlickablePageUp(list)
+        const last = item.y < before ? row : row - 1
+        if (last < 0)
+            return scrollFlickablePageUp(list)
+        list.positionViewAtIndex(last, ListView.End)
+        if (list.contentY >= before)
+            return scrollFlickablePageUp(list)
+        return true
+    }
+
+    function scrollFlickablePageDown(flickable): bool {
+        return moveFlickable(flickable, flickable.contentY + flickable.height)
+    }
+
+    function scrollFlickablePageUp(flickable): bool {
+        return moveFlickable(flickable, flickable.contentY - flickable.height)
+    }
+
+    function scrollFlickableBegin(flickable): bool {
+        return moveFlickable(flickable, flickable.originY)
+    }
+
+    function scrollFlickableEnd(flickable): bool {
+        return moveFlickable(flickable, flickable.originY + flickable.contentHeight)
+    }
+
+    // As far as the content reaches.
+    function moveFlickable(flickable, y: real): bool {
+        const before = flickable.contentY
+        const last = flickable.originY + Math.max(0, flickable.contentHeight - flickable.height)
+        flickable.contentY = Math.max(flickable.originY, Math.min(y, last))
+        return flickable.contentY !== before
+    }
+}

@@ -1,0 +1,46 @@
+pragma Singleton
+import QtQuick
+import com.tessaly.controls.device
+
+// Sizes (in pixels, from millimetres on the screen), colours and times of the whole interface.
+QtObject {
+    readonly property real touchTarget: Global.mm(9.5)
+    readonly property real listElementHeight: Global.mm(11.5)
+    readonly property real listElementHoverFrameBorderRadius: Global.mm(1)
+
+    readonly property real defaultDialogWidth: DeviceInfoProvider.screenWidth - 2 * Global.mm(3)
+    readonly property real dialogHeaderHeight: Global.mm(11)
+    readonly property real dialogHeaderSeparatorSideOffset: Global.mm(2.5)
+    readonly property real dialogSidePadding: Global.mm(4.5)
+    readonly property real dialogContentTopBottomOffset: Global.mm(1)
+    readonly property real dialogBottomButtonsHeight: Global.mm(12)
+    readonly property real dialogRadius: Global.mm(1.5)
+
+    readonly property real infoMessageWidth: defaultDialogWidth
+    readonly property real infoMessageHeight: Global.mm(20)
+
+    readonly property real scrollListButtonsHeight: Global.mm(11)
+    readonly property real scrollIndicatorThickness: Global.mm(1)
+    readonly property real scrollIndicatorSideMargin: Global.mm(0.5)
+    // The least length of a scroll indicator's thumb.
+    readonly property real minimalScrollIndicatorThickness: Global.mm(6)
+
+    readonly property color defaultBackgroundColor: "white"
+    readonly property color defaultTextColor: "black"
+    readonly property color defaultHoveredColor: "black"
+    readonly property color defaultBorderColor: "black"
+    readonly property color defaultSolidseparatorColor: "black"
+
+    readonly property real defaultSolidSeparatorThickness: Math.max(1, Global.mm(0.15))
+    readonly property real defaultBorderThickness: Math.max(2, Global.mm(0.3))
+    readonly property real defaultPressedFrameBorderWidth: Math.max(2, Global.mm(0.3))
+    readonly property real focusFrameThickness: Math.max(3, Global.mm(0.45))
+
+    // In points of the host's screen, as fonts with a point size are.
+    readonly property real fontUserCommentPointSize: DeviceInfoProvider.pointSize(Global.pixelsFromDesign(32))
+
+    // Milliseconds that a finger may rest on a list before it presses what is under it.
+    readonly property int listPressDelay: 80
+    // Milliseconds for which a press stays to be seen, on a display that takes its time.
+    readonly property int pressedShownTime: 200
+}

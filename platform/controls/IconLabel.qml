@@ -1,0 +1,32 @@
+import QtQuick
+
+// An icon and a text beside it.
+Item {
+    id: root
+
+    property string icon
+    property alias text: label.text
+    property alias textColor: label.color
+    property alias font: label.font
+    property real spacing: 0
+    property bool centred: false
+
+    implicitWidth: image.width + spacing + label.implicitWidth
+    implicitHeight: Math.max(image.height, label.implicitHeight)
+
+    Image {
+        id: image
+        x: root.centred ? Math.max(0, Math.round((root.width - root.implicitWidth) / 2)) : 0
+        width: root.icon ? implicitWidth : 0
+        anchors.verticalCenter: parent.verticalCenter
+        source: root.icon
+    }
+    StyledText {
+        id: label
+        anchors.left: image.right
+        anchors.leftMargin: root.spacing
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.min(implicitWidth, root.width - image.width - root.spacing)
+        elide: Text.ElideRight
+    }
+}

@@ -1,0 +1,90 @@
+import QtQuick
+
+// A message at the bottom of its parent that goes by itself. Whoever shows it hides it on `close`.
+FocusScope {
+    id: message
+
+    property string text
+    property string icon
+    property int autohideInterval: 3000 // milliseconds
+    property real bottomOffset: 0
+
+    signal close()
+
+    function showWithMessage(text: string) {
+        message.text = text
+        visible = true
+        autohide.restart()
+    }
+
+    function showFor(text: string, icon: string, milliseconds: int) {
+        message.icon = icon
+        autohideInterval = milliseconds
+        showWithMessage(text)
+    }
+
+    function hide() {
+        autohide.stop()
+        visible = false
+    }
+
+    function dismiss() {
+        autohide.stop()
+        close()
+    }
+
+    anchors.fill: parent
+    onVisibleChanged: if (!visible) autohide.stop()
+
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: text
+
+    Keys.onPressed: event => {
+        if ([Qt.Key_Return, Qt.Key_Enter, Qt.Key_Back, Qt.Key_Backspace, Qt.Key_Escape].includes(event.key)) {
+            event.accepted = true
+            message.dismiss()
+        }
+    }
+
+    Timer {
+        id: autohide
+        interval: message.autohideInterval
+        onTriggered: message.close()
+    }
+    Rectangle {
+        width: GlobalValues.infoMessageWidth
+        height: Math.max(GlobalValues.infoMessageHeight, label.implicitHeight + 2 * Global.mm(3))
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: message.bottomOffset
+        color: GlobalValues.defaultBackgroundColor
+        border.width: GlobalValues.defaultBorderThickness
+        border.color: GlobalValues.defaultBorderColor
+        radius: GlobalValues.dialogRadius
+
+        Image {
+            id: image
+            x: GlobalValues.dialogSidePadding
+            width: message.icon ? implicitWidth : 0
+            anchors.verticalCenter: parent.verticalCenter
+            source: message.icon
+        }
+        StyledText {
+            id: label
+            anchors.left: image.right
+            anchors.leftMargin: message.icon ? GlobalValues.dialogSidePadding : 0
+            anchors.right: parent.right
+            anchors.rightMargin: GlobalValues.dialogSidePadding
+            anchors.verticalCenter: parent.verticalCenter
+            text: message.text
+            wrapMode: Text.Wrap
+            horizontalAlignment: message.icon ? Text.AlignLeft : Text.AlignHCenter
+        }
+        TapHandler {
+            onTapped: message.dismiss()
+        }
+        FocusElement {
+            target: message
+        }
+    }
+}
