@@ -19,10 +19,13 @@ constexpr int connected = 2;
 constexpr int shortestPollMs = 2000;
 constexpr int longestPollMs = 60'000;
 
-std::optional<QHash<QString, QString>> fetch(const std::string& baseUrl, const std::string& apiKey) {
-    const auto urls = listMorphology(baseUrl, apiKey);
+std::optional<QHash<QString, QString>> fetch(const std::string& baseUrl, const std::string& apiKey,
+                                             const std::stop_token& stop) {
+    const auto urls = listMorphology(baseUrl, apiKey, stop);
     if (urls.isRight())
         return urls.getRight();
+    if (stop.stop_requested() || vellum::clock::isAwake()) // nobody wants it any more
+        return std::nullopt;
     log::cb::warn(__FILE__, __LINE__, __func__, [&](std::ostream& out) -> std::ostream& {
         return out << "Failed to list morphology data: " << to_string(urls.getLeft());
     });
@@ -38,6 +41,10 @@ MorphUrlMap::MorphUrlMap(const MorphSecretProvider* apiKeyProvider, QObject* par
     m_poll.setSingleShot(true);
     connect(&m_poll, &QTimer::timeout, this, &MorphUrlMap::fetchIfConnected);
     connect(&m_fetch, &QFutureWatcherBase::finished, this, &MorphUrlMap::takeFetched);
+}
+
+MorphUrlMap::~MorphUrlMap() {
+    m_stop.request_stop();
 }
 
 QVariant MorphUrlMap::find(const QString& code) const {
@@ -61,7 +68,8 @@ void MorphUrlMap::fetchIfConnected() {
         return;
     }
     // The worker gets copies: it may outlast this object.
-    m_fetch.setFuture(QtConcurrent::run(fetch, default_base_url(), m_apiKeyProvider->apiKey().toStdString()));
+    m_fetch.setFuture(QtConcurrent::run(fetch, default_base_url(), m_apiKeyProvider->apiKey().toStdString(),
+                                        m_stop.get_token()));
 }
 
 void MorphUrlMap::takeFetched() {

@@ -28,9 +28,9 @@ bool isEntry(const QString& code, const QString& url) {
 
 } // namespace
 
-Either<ApiError, QHash<QString, QString>> listMorphology(const std::string& baseUrl,
-                                                         const std::string& apiKey) {
-    const auto body = getBody(baseUrl, "/v1/morphology", 200, 0, limits(), {{"X-Api-Key", apiKey}});
+Either<ApiError, QHash<QString, QString>>
+listMorphology(const std::string& baseUrl, const std::string& apiKey, const std::stop_token& stop) {
+    const auto body = getBody(baseUrl, "/v1/morphology", 200, 0, limits(), {{"X-Api-Key", apiKey}}, stop);
     if (body.isLeft())
         return Left<ApiError>(body.getLeft());
     const auto json = parseJson(body.getRight(), "morphology list");

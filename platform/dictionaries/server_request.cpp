@@ -34,10 +34,11 @@ utilities::HttpLimits shortAnswerLimits() {
 
 Either<ApiError, std::string> getBody(const std::string& baseUrl, const std::string& path, int expected,
                                       int wait, const utilities::HttpLimits& limits,
-                                      const utilities::HttpClient::Headers& headers) {
+                                      const utilities::HttpClient::Headers& headers,
+                                      const std::stop_token& stop) {
     if (baseUrl.empty())
         return Left<ApiError>({ApiError::CurlError{CURLE_URL_MALFORMAT}});
-    return checkedBody(utilities::HttpClient(limits).get(baseUrl + path, headers), expected, wait);
+    return checkedBody(utilities::HttpClient(limits).get(baseUrl + path, headers, stop), expected, wait);
 }
 
 Either<ApiError, std::string> postForBody(const std::string& baseUrl, const std::string& path, int expected,

@@ -6,6 +6,7 @@
 
 #include <QJsonDocument>
 #include <cstdint>
+#include <stop_token>
 #include <string>
 
 /// What all requests to the dictionary server have in common.
@@ -21,7 +22,8 @@ utilities::HttpLimits shortAnswerLimits();
 /// malformed.
 Either<ApiError, std::string> getBody(const std::string& baseUrl, const std::string& path, int expected,
                                       int wait = 0, const utilities::HttpLimits& limits = shortAnswerLimits(),
-                                      const utilities::HttpClient::Headers& headers = {});
+                                      const utilities::HttpClient::Headers& headers = {},
+                                      const std::stop_token& stop = {});
 Either<ApiError, std::string> postForBody(const std::string& baseUrl, const std::string& path, int expected,
                                           int wait = 0);
 

@@ -1,5 +1,8 @@
 #include "curl_request.h"
 
+#include "url_origin.h"
+
+#include <vellum/clock.h>
 #include <vellum/device_state.h>
 
 namespace tessaly::utilities {
@@ -22,7 +25,8 @@ bool isOneLine(const std::string& text) {
 } // namespace
 
 CurlRequest::CurlRequest(const std::string& url, const HttpLimits& limits)
-    : m_maximumSize(limits.answerBytes)
+    : m_url(url)
+    , m_maximumSize(limits.answerBytes)
     , m_maximumStall(limits.stallSeconds) {
     if (isLibraryReady()) {
         m_multi.reset(curl_multi_init());
@@ -39,6 +43,8 @@ CurlRequest::CurlRequest(const std::string& url, const HttpLimits& limits)
     set(CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
     set(CURLOPT_FOLLOWLOCATION, 1L);
     set(CURLOPT_MAXREDIRS, 3L);
+    set(CURLOPT_PREREQFUNCTION, &CurlRequest::beforeSending);
+    set(CURLOPT_PREREQDATA, this);
     set(CURLOPT_NOPROXY, "*");
     set(CURLOPT_NOSIGNAL, 1L);
     // An address that takes long to look up must not hold up the end of a request.
@@ -89,6 +95,7 @@ CURLcode CurlRequest::perform(const BodyWriter& writer) {
     if (curl_multi_add_handle(m_multi.get(), m_easy.get()) != CURLM_OK)
         return CURLE_FAILED_INIT;
     m_writer = &writer;
+    const vellum::clock::OnWake atQuit([this] { cancel(); });
     const CURLcode code = run();
     curl_multi_remove_handle(m_multi.get(), m_easy.get());
     if (m_thrown)
@@ -103,12 +110,12 @@ CURLcode CurlRequest::run() {
     auto lastLook = lastByte;
     std::int64_t bytes = 0;
     for (int running = 1; running != 0;) {
+        if (m_isCancelled)
+            return CURLE_ABORTED_BY_CALLBACK;
         if (curl_multi_perform(m_multi.get(), &running) != CURLM_OK)
             return CURLE_FAILED_INIT;
         if (running != 0 && curl_multi_poll(m_multi.get(), nullptr, 0, 500, nullptr) != CURLM_OK)
             return CURLE_FAILED_INIT;
-        if (m_isCancelled)
-            return CURLE_ABORTED_BY_CALLBACK;
         const auto now = Clock::now();
         if (const std::int64_t soFar = bytesSoFar(); soFar != bytes) {
             bytes = soFar;
@@ -144,6 +151,21 @@ void CurlRequest::cancel() {
     m_isCancelled = true;
     if (m_multi)
         curl_multi_wakeup(m_multi.get());
+}
+
+bool CurlRequest::mayBeSentTo(const std::string& url) const {
+    return !m_headers || url == m_url || urlOrigin(url) == urlOrigin(m_url);
+}
+
+/// Called with a connection made and nothing sent on it yet, for each redirect anew.
+int CurlRequest::beforeSending(void* request, char*, char*, int, int) {
+    auto* const self = static_cast<CurlRequest*>(request);
+    const char* url = nullptr;
+    curl_easy_getinfo(self->m_easy.get(), CURLINFO_EFFECTIVE_URL, &url);
+    if (url && self->mayBeSentTo(url))
+        return CURL_PREREQFUNC_OK;
+    self->refuse(CURLE_REMOTE_ACCESS_DENIED);
+    return CURL_PREREQFUNC_ABORT;
 }
 
 bool CurlRequest::write(std::string_view piece) {

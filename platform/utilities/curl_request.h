@@ -14,11 +14,14 @@
 
 namespace tessaly::utilities {
 
-/// One request over http or https, within the bounds of HttpLimits. Used by one thread, but for cancel().
+/// One request over http or https, within the bounds of HttpLimits, that follows a few redirects. Cancelled
+/// when the process is about to quit (vellum::clock::wakeAll). Used by one thread, but for cancel().
 class CurlRequest {
 public:
     CurlRequest(const std::string& url, const HttpLimits& limits);
 
+    /// Headers may hold secrets: a request with one isn't redirected to another scheme, host or port, but
+    /// ends with CURLE_REMOTE_ACCESS_DENIED.
     void addHeader(const std::string& name, const std::string& value);
     /// Makes it a POST.
     void setPostBody(const std::string& body);
@@ -57,8 +60,11 @@ private:
     bool write(std::string_view piece);
     CURLcode run();
     std::int64_t bytesSoFar() const;
+    [[nodiscard]] bool mayBeSentTo(const std::string& url) const;
+    static int beforeSending(void* request, char*, char*, int, int);
     static std::size_t writeCallback(char* data, std::size_t size, std::size_t count, void* request);
 
+    const std::string m_url;
     const long long m_maximumSize;
     const std::chrono::seconds m_maximumStall;
     const BodyWriter* m_writer = nullptr; ///< while performing

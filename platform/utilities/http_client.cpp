@@ -15,7 +15,7 @@ HttpLimits& sharedLimits() {
 }
 
 HttpAnswer send(const std::string& url, const HttpLimits& limits, const HttpClient::Headers& headers,
-                const std::string* postBody) {
+                const std::string* postBody, const std::stop_token& stop) {
     try {
         std::string body;
         CurlRequest request(url, limits);
@@ -23,6 +23,7 @@ HttpAnswer send(const std::string& url, const HttpLimits& limits, const HttpClie
             request.addHeader(name, value);
         if (postBody)
             request.setPostBody(*postBody);
+        const std::stop_callback onStop(stop, [&request] { request.cancel(); });
         const CURLcode code = request.perform([&body](std::string_view piece) { body.append(piece); });
         if (code != CURLE_OK)
             return {code, 0, {}};
@@ -37,12 +38,14 @@ HttpAnswer send(const std::string& url, const HttpLimits& limits, const HttpClie
 HttpClient::HttpClient(const HttpLimits& limits)
     : m_limits(limits) {}
 
-HttpAnswer HttpClient::get(const std::string& url, const Headers& headers) const {
-    return send(url, m_limits, headers, nullptr);
+HttpAnswer HttpClient::get(const std::string& url, const Headers& headers,
+                           const std::stop_token& stop) const {
+    return send(url, m_limits, headers, nullptr, stop);
 }
 
-HttpAnswer HttpClient::post(const std::string& url, const std::string& body, const Headers& headers) const {
-    return send(url, m_limits, headers, &body);
+HttpAnswer HttpClient::post(const std::string& url, const std::string& body, const Headers& headers,
+                            const std::stop_token& stop) const {
+    return send(url, m_limits, headers, &body, stop);
 }
 
 HttpLimits HttpClient::defaultLimits() {

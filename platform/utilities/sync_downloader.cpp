@@ -19,12 +19,10 @@ namespace tessaly::utilities {
 
 namespace {
 
-constexpr std::int64_t maximumSize = std::int64_t{4} << 30;
-
-HttpLimits downloadLimits() {
+HttpLimits downloadLimits(long long maximumBytes) {
     HttpLimits limits = HttpClient::defaultLimits();
     limits.totalSeconds = 0;
-    limits.answerBytes = maximumSize;
+    limits.answerBytes = maximumBytes;
     return limits;
 }
 
@@ -56,6 +54,7 @@ public:
     void receive(CurlRequest& current, PartFile& file, const DownloadAddress& address);
 
     std::string folder;
+    DownloadOptions options;
     std::mutex turn;                ///< held during a download
     std::mutex mutex;               ///< guards the next three
     CurlRequest* request = nullptr; ///< while a download runs
@@ -86,7 +85,9 @@ bool SyncDownloader::Private::fetch(const std::string& url, const std::string& p
                                     const std::string& label) {
     const auto address = DownloadAddress::parse(url);
     expect(address.has_value(), "the size or the checksum in the address makes no sense");
-    CurlRequest newRequest(address->url, downloadLimits());
+    CurlRequest newRequest(address->url, downloadLimits(options.maximumBytes));
+    for (const auto& [header, value] : options.headers)
+        newRequest.addHeader(header, value);
     begin(newRequest, label, address->size.value_or(0));
     const std::unique_ptr<Private, void (*)(Private*)> atEnd(this, [](Private* self) { self->end(); });
     const std::string name = fileName(path);
@@ -125,7 +126,7 @@ void SyncDownloader::Private::receive(CurlRequest& current, PartFile& file, cons
             checkHead();
         blocks.add(piece);
         doneBytes += static_cast<std::int64_t>(piece.size());
-        expect(doneBytes <= address.size.value_or(maximumSize), "the file is longer than announced");
+        expect(doneBytes <= address.size.value_or(options.maximumBytes), "the file is longer than announced");
     });
     if (current.isCancelled())
         return;
@@ -136,9 +137,10 @@ void SyncDownloader::Private::receive(CurlRequest& current, PartFile& file, cons
     expect(address.sha256.empty() || checksum.result() == address.sha256, "the checksum is wrong");
 }
 
-SyncDownloader::SyncDownloader(const std::string& folder)
+SyncDownloader::SyncDownloader(const std::string& folder, const DownloadOptions& options)
     : d(std::make_unique<Private>()) {
     d->folder = folder;
+    d->options = options;
 }
 
 SyncDownloader::~SyncDownloader() = default;

@@ -15,6 +15,7 @@ struct Clock {
     std::condition_variable wake;
     bool awake = false;
     std::vector<int> sleeps;
+    std::list<std::function<void()>> wakers;
     std::atomic<double> speed{1.0};
 };
 
@@ -36,11 +37,30 @@ void wakeAll() {
     const std::lock_guard lock(theClock().mutex);
     theClock().awake = true;
     theClock().wake.notify_all();
+    for (const auto& waker : theClock().wakers)
+        waker();
 }
 
 void resume() {
     const std::lock_guard lock(theClock().mutex);
     theClock().awake = false;
+}
+
+bool isAwake() {
+    const std::lock_guard lock(theClock().mutex);
+    return theClock().awake;
+}
+
+OnWake::OnWake(std::function<void()> function) {
+    const std::lock_guard lock(theClock().mutex);
+    m_position = theClock().wakers.insert(theClock().wakers.end(), std::move(function));
+    if (theClock().awake)
+        (*m_position)();
+}
+
+OnWake::~OnWake() {
+    const std::lock_guard lock(theClock().mutex);
+    theClock().wakers.erase(m_position);
 }
 
 std::vector<int> takeSleeps() {

@@ -1,5 +1,6 @@
 #include "tasks.h"
 
+#include <vellum/clock.h>
 #include <vellum/device_state.h>
 #include <vellum/vellum.h>
 
@@ -10,7 +11,7 @@ int GetNetState() {
 int NetConnect2(const char*, int) {
     if (GetNetState() == 2)
         return 0;
-    if (!vellum::state::isNetworkReachable())
+    if (vellum::clock::isAwake() || !vellum::state::isNetworkReachable())
         return -1;
     const char* const arguments[] = {"connect_silent"};
     const int agent = OpenTask("/ebrmain/bin/netagent", 1, arguments, 0);

@@ -2,6 +2,7 @@
 
 #include <base/device_root.h>
 #include <base/log.h>
+#include <vellum/clock.h>
 #include <vellum/vellum.h>
 
 #include <cerrno>
@@ -105,6 +106,12 @@ int CloseTask(int task, int, int) {
 }
 
 void vellum::waitForTask(int task) {
+    bool isAwake = false;
+    const clock::OnWake onWake([&isAwake] {
+        const std::lock_guard lock(children().mutex);
+        isAwake = true;
+        children().ended.notify_all();
+    });
     std::unique_lock lock(children().mutex);
-    children().ended.wait(lock, [task] { return !children().running.contains(task); });
+    children().ended.wait(lock, [&isAwake, task] { return isAwake || !children().running.contains(task); });
 }

@@ -13,11 +13,6 @@ namespace tessaly::installer {
 
 namespace fs = std::filesystem;
 
-FileDescriptor::~FileDescriptor() {
-    if (m_number >= 0)
-        ::close(m_number);
-}
-
 void writeAll(const FileDescriptor& file, std::span<const char> bytes, const std::string& path, Code code) {
     while (!bytes.empty()) {
         const ssize_t written = ::write(file.get(), bytes.data(), bytes.size());

@@ -4,27 +4,11 @@
 
 #include <span>
 #include <string>
-#include <utility>
+#include <zip/file_descriptor.h>
 
 namespace tessaly::installer {
 
-/// Owns an open file, or nothing (-1).
-class FileDescriptor {
-public:
-    explicit FileDescriptor(int number)
-        : m_number(number) {}
-    ~FileDescriptor();
-    FileDescriptor(FileDescriptor&& other) noexcept
-        : m_number(std::exchange(other.m_number, -1)) {}
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
-
-    [[nodiscard]] int get() const { return m_number; }
-    [[nodiscard]] bool isOpen() const { return m_number >= 0; }
-
-private:
-    int m_number;
-};
+using zip::FileDescriptor;
 
 // Paths are host paths. `code` is that of the Failure thrown when the system refuses.
 

@@ -3,69 +3,41 @@
 #include "failure.h"
 
 #include <algorithm>
-#include <archive.h>
-#include <archive_entry.h>
-#include <cerrno>
 #include <cstdint>
-#include <fcntl.h>
 #include <map>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace tessaly::installer {
 
 namespace {
 
 constexpr const char* manifestName = "manifest.json";
-constexpr std::size_t readBytes = std::size_t{256} << 10;
 
-FileDescriptor openPlainFile(const std::string& hostPath) {
-    // Without O_NONBLOCK a pipe in the download folder would hold up the installer for ever.
-    FileDescriptor file(::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
-    if (!file.isOpen())
-        throw systemFailure(Code::PackageUnreadable, "Can not open " + hostPath, errno);
-    struct stat info {};
-    if (::fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode))
-        throw Failure(Code::PackageUnreadable, hostPath + " is not a plain file");
-    return file;
+Code codeOf(zip::Error::Kind kind) {
+    switch (kind) {
+    case zip::Error::Kind::Unreadable:
+        return Code::PackageUnreadable;
+    case zip::Error::Kind::Damaged:
+        return Code::NotAPackage;
+    case zip::Error::Kind::BadEntry:
+        return Code::BadEntry;
+    }
+    return Code::Unexpected;
 }
 
-[[noreturn]] void refuseArchive(archive* handle) {
-    const char* const reason = archive_error_string(handle);
-    throw Failure(archive_errno(handle) == EIO ? Code::PackageUnreadable : Code::NotAPackage,
-                  std::string("The package is damaged: ") + (reason ? reason : "unknown error"));
+/// What the call returns, the archive's errors being Failures.
+template<class Call>
+auto reading(const Call& call) {
+    try {
+        return call();
+    } catch (const zip::Error& error) {
+        throw Failure(codeOf(error.kind()), std::string("The package can't be read: ") + error.what());
+    }
 }
 
-/// Null at the end.
-archive_entry* nextEntry(archive* handle) {
-    archive_entry* entry = nullptr;
-    const int result = archive_read_next_header(handle, &entry);
-    if (result == ARCHIVE_EOF)
-        return nullptr;
-    if (result != ARCHIVE_OK)
-        refuseArchive(handle);
-    return entry;
-}
-
-std::string plainFileName(archive_entry* entry) {
-    const char* const path = archive_entry_pathname_utf8(entry);
-    std::string name = path ? path : "";
-    if (name.empty() || archive_entry_filetype(entry) != AE_IFREG || archive_entry_hardlink(entry))
-        throw Failure(Code::BadEntry, "The package holds more than plain files: \"" + name + "\"");
-    return name;
-}
-
-std::size_t readSome(archive* handle, std::span<char> buffer) {
-    const la_ssize_t count = archive_read_data(handle, buffer.data(), buffer.size());
-    if (count < 0)
-        refuseArchive(handle);
-    return std::size_t(count);
-}
-
-std::string readManifest(archive* handle) {
+std::string readManifest(zip::Reader& archive) {
     std::string text(maxManifestBytes + 1, '\0');
     std::size_t size = 0;
-    while (const std::size_t count = readSome(handle, std::span(text).subspan(size)))
+    while (const std::size_t count = archive.read(std::span(text).subspan(size)))
         size += count;
     if (size > maxManifestBytes)
         throw Failure(Code::BadManifest, "The manifest is too long");
@@ -81,47 +53,28 @@ struct PackageReader::Listing {
     std::map<std::string, std::int64_t> sizes; ///< of all files but the manifest
 };
 
-void PackageReader::Free::operator()(archive* handle) const {
-    archive_read_free(handle);
-}
-
 PackageReader::PackageReader(const std::string& hostPath)
-    : m_file(openPlainFile(hostPath)) {
-    const Listing listing = readListing();
+    : m_archive(reading([&] { return zip::Reader(hostPath); })) {
+    const Listing listing = reading([this] { return readListing(); });
     if (!listing.manifest)
         throw Failure(Code::NoManifest, "The package has no manifest");
     m_manifest = parseManifest(*listing.manifest);
     requireListedFiles(listing);
-    m_archive = openArchive();
+    reading([this] { m_archive.rewind(); });
 }
 
-/// Only archives with a directory at their end are taken: one that was cut short is refused before anything
-/// is unpacked.
-PackageReader::Handle PackageReader::openArchive() const {
-    Handle handle(archive_read_new());
-    if (!handle || ::lseek(m_file.get(), 0, SEEK_SET) != 0)
-        throw Failure(Code::Unexpected, "Can not start reading the package");
-    archive_read_support_format_zip_seekable(handle.get());
-    archive_read_set_format_option(handle.get(), "zip", "hdrcharset", "UTF-8");
-    if (archive_read_open_fd(handle.get(), m_file.get(), readBytes) != ARCHIVE_OK)
-        refuseArchive(handle.get());
-    return handle;
-}
-
-PackageReader::Listing PackageReader::readListing() const {
-    const Handle handle = openArchive();
+PackageReader::Listing PackageReader::readListing() {
     Listing listing;
-    while (archive_entry* const entry = nextEntry(handle.get())) {
-        const std::string name = plainFileName(entry);
+    while (const auto entry = m_archive.next()) {
         bool isNew = false;
-        if (name == manifestName) {
+        if (entry->name == manifestName) {
             isNew = !listing.manifest;
-            listing.manifest = readManifest(handle.get());
+            listing.manifest = readManifest(m_archive);
         } else {
-            isNew = listing.sizes.emplace(name, archive_entry_size(entry)).second;
+            isNew = listing.sizes.emplace(entry->name, entry->size).second;
         }
         if (!isNew)
-            throw Failure(Code::BadEntry, "The package holds \"" + name + "\" twice");
+            throw Failure(Code::BadEntry, "The package holds \"" + entry->name + "\" twice");
         if (listing.sizes.size() > maxPackageFiles)
             throw Failure(Code::BadEntry, "The package holds too many files");
     }
@@ -141,22 +94,21 @@ void PackageReader::requireListedFiles(const Listing& listing) const {
 }
 
 std::optional<std::size_t> PackageReader::nextFile() {
-    archive_entry* entry = nextEntry(m_archive.get());
-    if (entry && plainFileName(entry) == manifestName)
-        entry = nextEntry(m_archive.get());
+    auto entry = reading([this] { return m_archive.next(); });
+    if (entry && entry->name == manifestName)
+        entry = reading([this] { return m_archive.next(); });
     if (!entry)
         return std::nullopt;
-    const std::string name = plainFileName(entry);
     const auto& files = m_manifest.files;
     const auto found =
-        std::find_if(files.begin(), files.end(), [&](const auto& file) { return file.name == name; });
+        std::find_if(files.begin(), files.end(), [&](const auto& file) { return file.name == entry->name; });
     if (found == files.end())
         throw Failure(Code::BadEntry, "The package changed while it was read");
     return std::size_t(found - files.begin());
 }
 
 std::size_t PackageReader::read(std::span<char> buffer) {
-    return readSome(m_archive.get(), buffer);
+    return reading([&] { return m_archive.read(buffer); });
 }
 
 } // namespace tessaly::installer

@@ -1,15 +1,12 @@
 #pragma once
 
-#include "files.h"
 #include "manifest.h"
 
 #include <cstddef>
-#include <memory>
 #include <optional>
 #include <span>
 #include <string>
-
-struct archive;
+#include <zip/reader.h>
 
 namespace tessaly::installer {
 
@@ -30,19 +27,13 @@ public:
     [[nodiscard]] std::size_t read(std::span<char> buffer);
 
 private:
-    struct Free {
-        void operator()(archive* handle) const;
-    };
-    using Handle = std::unique_ptr<archive, Free>;
     struct Listing;
 
-    [[nodiscard]] Handle openArchive() const;
-    [[nodiscard]] Listing readListing() const;
+    [[nodiscard]] Listing readListing();
     void requireListedFiles(const Listing& listing) const;
 
-    FileDescriptor m_file;
+    zip::Reader m_archive;
     Manifest m_manifest;
-    Handle m_archive;
 };
 
 } // namespace tessaly::installer

@@ -2,6 +2,7 @@
 
 #include "checksum.h"
 #include "failure.h"
+#include "files.h"
 
 #include <cerrno>
 #include <fcntl.h>

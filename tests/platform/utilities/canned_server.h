@@ -30,6 +30,8 @@ public:
 private:
     void answer(fixture::Connection& client) {
         const std::string request = client.receive();
+        if (request.empty()) // a connection that nothing is asked on
+            return;
         ++m_requests;
         const auto pathStart = request.find(' ') + 1;
         const auto found =

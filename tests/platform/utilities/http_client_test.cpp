@@ -2,9 +2,13 @@
 #include "canned_server.h"
 
 #include <utilities/http_client.h>
+#include <vellum/clock.h>
 
+#include <QElapsedTimer>
 #include <QTest>
 #include <curl/curl.h>
+#include <stop_token>
+#include <thread>
 
 using namespace tessaly;
 using fixture::Fault;
@@ -13,6 +17,7 @@ using utilities::HttpClient;
 using utilities::HttpLimits;
 
 Q_DECLARE_METATYPE(Fault)
+Q_DECLARE_METATYPE(HttpClient::Headers)
 
 class HttpClientTest : public QObject {
     Q_OBJECT
@@ -87,6 +92,63 @@ private Q_SLOTS:
                  int(CURLE_BAD_FUNCTION_ARGUMENT));
     }
 
+    void keepsHeadersFromOthers_data() {
+        QTest::addColumn<std::string>("path");
+        QTest::addColumn<HttpClient::Headers>("headers");
+        QTest::addColumn<int>("curlCode");
+        QTest::addColumn<int>("requestsElsewhere");
+        const HttpClient::Headers key{{"X-Key", "secret"}};
+        QTest::newRow("same server") << std::string("/near") << key << int(CURLE_OK) << 0;
+        QTest::newRow("another port") << std::string("/far") << key << int(CURLE_REMOTE_ACCESS_DENIED) << 0;
+        QTest::newRow("another host")
+            << std::string("/farther") << key << int(CURLE_REMOTE_ACCESS_DENIED) << 0;
+        QTest::newRow("nothing to keep")
+            << std::string("/far") << HttpClient::Headers() << int(CURLE_OK) << 1;
+    }
+    void keepsHeadersFromOthers() {
+        QFETCH(std::string, path);
+        QFETCH(HttpClient::Headers, headers);
+        m_server.setFault({});
+        const int before = m_elsewhere.requests();
+        const HttpAnswer answer = HttpClient(m_limits).get(m_server.url(path), headers);
+        QTEST(answer.curlCode, "curlCode");
+        QTEST(m_elsewhere.requests() - before, "requestsElsewhere");
+        QCOMPARE(answer.body.find("X-Key: secret") != std::string::npos,
+                 answer.curlCode == CURLE_OK && !headers.empty());
+    }
+
+    void endsWhenNobodyWaitsAnyMore_data() {
+        QTest::addColumn<bool>("byStop");
+        QTest::addColumn<bool>("isBefore");
+        for (const bool byStop : {true, false}) {
+            QTest::addRow("%s meanwhile", byStop ? "stop" : "quit") << byStop << false;
+            QTest::addRow("%s before", byStop ? "stop" : "quit") << byStop << true;
+        }
+    }
+    void endsWhenNobodyWaitsAnyMore() {
+        QFETCH(bool, byStop);
+        QFETCH(bool, isBefore);
+        m_server.setFault({Fault::Kind::Stall, 10});
+        std::stop_source stop;
+        QElapsedTimer timer;
+        std::thread ender([&, before = m_server.requests()] {
+            while (!isBefore && m_server.requests() == before)
+                std::this_thread::yield();
+            timer.start();
+            byStop ? static_cast<void>(stop.request_stop()) : vellum::clock::wakeAll();
+        });
+        if (isBefore)
+            ender.join();
+        const HttpAnswer answer = HttpClient().get(m_server.url("/page"), {}, stop.get_token());
+        if (!isBefore)
+            ender.join();
+        vellum::clock::resume();
+        QCOMPARE(answer.curlCode, int(CURLE_ABORTED_BY_CALLBACK));
+        QVERIFY(timer.elapsed() < 1000); // of 10 seconds
+        m_server.setFault({});
+        QCOMPARE(HttpClient(m_limits).get(m_server.url("/page")).status, 200);
+    }
+
     void failsAtOnceWithoutNetwork() {
         const int before = m_server.requests();
         vellum::state::setNetworkReachable(false);
@@ -111,11 +173,18 @@ private Q_SLOTS:
 private:
     tests::BareDevice m_device;
     const HttpLimits m_limits{1000, 1, 60, 100'000};
+    tests::CannedServer m_elsewhere{{}};
     tests::CannedServer m_server{{
         {"/page", tests::CannedServer::ok(std::string(50'000, 'p'))},
         {"/big", tests::CannedServer::ok(std::string(100'001, 'b'))},
         {"/missing", "HTTP/1.1 404 Not Found\r\nContent-Length: 4\r\n\r\nnone"},
         {"/moved", "HTTP/1.1 302 Found\r\nLocation: /page\r\nContent-Length: 0\r\n\r\n"},
+        {"/near", "HTTP/1.1 302 Found\r\nLocation: /echo\r\nContent-Length: 0\r\n\r\n"},
+        {"/far",
+         "HTTP/1.1 302 Found\r\nLocation: " + m_elsewhere.url("/echo") + "\r\nContent-Length: 0\r\n\r\n"},
+        {"/farther", "HTTP/1.1 302 Found\r\nLocation: http://localhost" +
+                         m_elsewhere.url("/echo").substr(std::string("http://127.0.0.1").size()) +
+                         "\r\nContent-Length: 0\r\n\r\n"},
         {"/loop", "HTTP/1.1 302 Found\r\nLocation: /loop\r\nContent-Length: 0\r\n\r\n"},
         {"/file", "HTTP/1.1 302 Found\r\nLocation: file:///etc/hostname\r\nContent-Length: 0\r\n\r\n"},
         {"/rubbish", "rubbish\r\n\r\n"},

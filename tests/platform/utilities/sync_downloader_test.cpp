@@ -3,6 +3,7 @@
 
 #include <utilities/http_client.h>
 #include <utilities/sync_downloader.h>
+#include <vellum/clock.h>
 
 #include <QCryptographicHash>
 #include <QElapsedTimer>
@@ -188,6 +189,34 @@ private Q_SLOTS:
         QCOMPARE(m_server.requests(), before);
         downloader.ClearStatus();
         QVERIFY(downloader.Download(m_server.url("/file"), "/file.tsi", 0, "label"));
+    }
+
+    void keepsToItsOptions() {
+        SyncDownloader downloader("/mnt/ext1/Downloads", {{{"X-Key", "secret"}}, 1000});
+        QVERIFY(downloader.Download(m_server.url("/echo"), "/file.tsi", 0, "label"));
+        QVERIFY(read("file.tsi").find("\r\nX-Key: secret\r\n") != std::string::npos);
+        QVERIFY(!downloader.Download(m_server.url("/file"), "/file.tsi", 0, "label"));
+        QVERIFY(m_log.take().value(0).endsWith(QStringLiteral("Maximum file size exceeded")));
+    }
+
+    void quittingEndsADownload() {
+        m_server.setFault({Fault::Kind::Stall, 1'000'000});
+        SyncDownloader downloader("/mnt/ext1/Downloads");
+        auto result = std::async(std::launch::async, [&] {
+            return downloader.Download(m_server.url("/file"), "/file.tsi", 0, "label");
+        });
+        const auto done = [&downloader] {
+            int kibibytes = 0;
+            downloader.GetProgress(nullptr, nullptr, nullptr, &kibibytes);
+            return kibibytes;
+        };
+        QTRY_VERIFY(done() > 0);
+        vellum::clock::wakeAll();
+        const auto state = result.wait_for(std::chrono::milliseconds(450)); // of a stall of a second
+        vellum::clock::resume();
+        QCOMPARE(state, std::future_status::ready);
+        QVERIFY(!result.get()); // and nothing is logged: it was no failure
+        QCOMPARE(files(), QStringList());
     }
 
     void downloadsOfOneNameDoNotMix() {

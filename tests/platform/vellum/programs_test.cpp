@@ -1,11 +1,13 @@
 #include "../support/bare_device.h"
 
+#include <vellum/clock.h>
 #include <vellum/vellum.h>
 
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTest>
 #include <csignal>
+#include <future>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -113,6 +115,22 @@ private Q_SLOTS:
         vellum::state::setNetworkReachable(false);
         QTRY_COMPARE(FindTaskByAppName(agentPath), -1);
         QCOMPARE(GetNetState(), 0);
+    }
+
+    void quittingEndsTheWaitForTheAgent() {
+        vellum::state::setConnectDelayMs(60'000);
+        auto connecting = std::async(std::launch::async, [] { return NetConnect2(nullptr, 1); });
+        QTRY_VERIFY(FindTaskByAppName(agentPath) > 0);
+        vellum::clock::wakeAll();
+        QCOMPARE(connecting.wait_for(std::chrono::seconds(1)), std::future_status::ready);
+        QCOMPARE(connecting.get(), -1);
+        const int agent = FindTaskByAppName(agentPath); // goes on by itself
+        QCOMPARE(CloseTask(agent, 0, 1), 0);
+        QTRY_COMPARE(FindTaskByAppName(agentPath), -1);
+        QCOMPARE(NetConnect2(nullptr, 1), -1);
+        vellum::clock::resume();
+        vellum::state::setConnectDelayMs(0);
+        QCOMPARE(NetConnect2(nullptr, 1), 0);
     }
 
 private:

@@ -6,6 +6,7 @@
 #include <QFutureWatcher>
 #include <QTimer>
 #include <optional>
+#include <stop_token>
 
 namespace tessaly::dictionary {
 
@@ -20,6 +21,8 @@ class TESSALY_DICTIONARIES_API MorphUrlMap : public MorphMap {
 public:
     /// `apiKeyProvider` outlives the map.
     MorphUrlMap(const MorphSecretProvider* apiKeyProvider, QObject* parent);
+    /// Ends a running fetch, without waiting for it.
+    ~MorphUrlMap() override;
 
 protected:
     [[nodiscard]] QVariant find(const QString& code) const override;
@@ -36,6 +39,7 @@ private:
     QTimer m_poll;
     int m_pollInterval;
     QFutureWatcher<Urls> m_fetch;
+    std::stop_source m_stop;
     Urls m_urls;
 };
 

@@ -4,6 +4,7 @@
 
 #include <boost/optional.hpp>
 #include <map>
+#include <stop_token>
 #include <string>
 
 namespace tessaly::utilities {
@@ -25,15 +26,20 @@ struct HttpAnswer {
 };
 
 /// Requests over http and https only, with bounds. Fails at once, as unable to connect, when the device has
-/// no network in reach. Blocks; any thread, several at once.
+/// no network in reach. Blocks; any thread, several at once. Ends within a moment, with libcurl's
+/// CURLE_ABORTED_BY_CALLBACK, when a stop is requested or the process is about to quit
+/// (vellum::clock::wakeAll).
 class TESSALY_UTILITIES_API HttpClient {
 public:
     explicit HttpClient(const HttpLimits& limits = defaultLimits());
 
+    /// They may hold secrets: a request with headers isn't redirected to another scheme, host or port, but
+    /// fails with CURLE_REMOTE_ACCESS_DENIED.
     using Headers = std::map<std::string, std::string>;
-    [[nodiscard]] HttpAnswer get(const std::string& url, const Headers& headers = {}) const;
+    [[nodiscard]] HttpAnswer get(const std::string& url, const Headers& headers = {},
+                                 const std::stop_token& stop = {}) const;
     [[nodiscard]] HttpAnswer post(const std::string& url, const std::string& body = {},
-                                  const Headers& headers = {}) const;
+                                  const Headers& headers = {}, const std::stop_token& stop = {}) const;
 
     /// What clients made from now on use. To be set before any other thread makes one.
     static HttpLimits defaultLimits();

@@ -2,17 +2,26 @@
 
 #include <utilities/export.h>
 
+#include <map>
 #include <memory>
 #include <string>
 
 namespace tessaly::utilities {
 
+/// What downloads may need beside their addresses.
+struct DownloadOptions {
+    /// Sent with each request, and not to another scheme, host or port: such a redirect is a failure.
+    std::map<std::string, std::string> headers;
+    long long maximumBytes = 4LL << 30; ///< a longer file is a failure
+};
+
 /// Downloads one file at a time into a folder of the device, blocking the calling thread, while another
-/// thread reads the progress or cancels.
+/// thread reads the progress or cancels. A download is cancelled, too, when the process is about to quit
+/// (vellum::clock::wakeAll).
 class TESSALY_UTILITIES_API SyncDownloader {
 public:
     /// `folder` is a device path.
-    explicit SyncDownloader(const std::string& folder);
+    explicit SyncDownloader(const std::string& folder, const DownloadOptions& options = {});
     ~SyncDownloader();
     SyncDownloader(const SyncDownloader&) = delete;
     SyncDownloader& operator=(const SyncDownloader&) = delete;

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <services/export.h>
+
+#include <QList>
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+
+namespace tessaly::services {
+
+class MorphologyTransfer;
+
+/// What the transfers have in common that its services started or found running. It may go before or after
+/// the services. GUI thread.
+class TESSALY_SERVICES_API TsiInstallationSummary : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    /// How many of them run.
+    Q_PROPERTY(int runningCount READ runningCount NOTIFY runningCountChanged)
+    /// Whether each one that runs can be aborted now; true when none runs.
+    Q_PROPERTY(bool canAbort READ canAbort NOTIFY canAbortChanged)
+
+public:
+    using QObject::QObject;
+
+    [[nodiscard]] int runningCount() const;
+    [[nodiscard]] bool canAbort() const;
+
+    /// Aborts those that can be.
+    Q_INVOKABLE void abortAll();
+
+    /// Counts a transfer from now to its end.
+    void add(MorphologyTransfer* transfer);
+
+Q_SIGNALS:
+    void runningCountChanged();
+    void canAbortChanged();
+
+private:
+    void remove(MorphologyTransfer* transfer);
+    void updateCanAbort();
+
+    QList<MorphologyTransfer*> m_running;
+    bool m_toldCanAbort = true;
+};
+
+} // namespace tessaly::services
