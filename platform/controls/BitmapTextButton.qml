@@ -11,6 +11,8 @@ PushButton {
     property color textColor: GlobalValues.defaultTextColor
     property int alignment: Qt.AlignLeft
 
+    readonly property bool unusable: interactive && !enabled
+
     enabled: interactive
     font.family: FontStyles.family
     font.pointSize: FontStyles.pointSize(fontStyle)
@@ -25,10 +27,11 @@ PushButton {
     }
     contentItem: IconLabel {
         icon: !control.image ? "" : control.held ? Global.getInvertedImage(control.image)
-                                                 : Global.getNormalImage(control.image)
+                                  : Global.getNormalImage(control.image + (control.unusable ? "_disabled" : ""))
         text: control.text
         font: control.font
-        textColor: control.held ? GlobalValues.defaultBackgroundColor : control.textColor
+        textColor: control.held ? GlobalValues.defaultBackgroundColor
+                 : control.unusable ? FontStyles.disabledTextColor : control.textColor
         spacing: control.spacing
         centred: control.alignment & Qt.AlignHCenter
     }

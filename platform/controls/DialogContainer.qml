@@ -79,7 +79,8 @@ FocusScope {
         width: dialog.dialogWidth
         height: inside.height + 2 * border.width
         x: Math.round((dialog.width - width) / 2)
-        y: Math.round(dialog.state === "VerticalBottom" ? dialog.height - height : (dialog.height - height) / 2)
+        y: Math.round(dialog.state === "VerticalBottom" ? dialog.height - height - GlobalValues.screenMargin
+                                                    : (dialog.height - height) / 2)
         color: GlobalValues.defaultBackgroundColor
         border.width: GlobalValues.defaultBorderThickness
         border.color: GlobalValues.defaultBorderColor

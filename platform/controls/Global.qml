@@ -96,11 +96,16 @@ QtObject {
     }
 
     function scrollFlickablePageDown(flickable): bool {
-        return moveFlickable(flickable, flickable.contentY + flickable.height)
+        return moveFlickable(flickable, flickable.contentY + pageOf(flickable))
     }
 
     function scrollFlickablePageUp(flickable): bool {
-        return moveFlickable(flickable, flickable.contentY - flickable.height)
+        return moveFlickable(flickable, flickable.contentY - pageOf(flickable))
+    }
+
+    // Less than what is in view: the buttons that scroll stand on its lower edge.
+    function pageOf(flickable): real {
+        return Math.max(flickable.height / 2, flickable.height - GlobalValues.scrollListButtonsHeight)
     }
 
     function scrollFlickableBegin(flickable): bool {

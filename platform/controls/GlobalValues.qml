@@ -8,7 +8,9 @@ QtObject {
     readonly property real listElementHeight: Global.mm(11.5)
     readonly property real listElementHoverFrameBorderRadius: Global.mm(1)
 
-    readonly property real defaultDialogWidth: DeviceInfoProvider.screenWidth - 2 * Global.mm(3)
+    // What dialogs and messages keep clear at the screen's edges.
+    readonly property real screenMargin: Global.mm(3)
+    readonly property real defaultDialogWidth: DeviceInfoProvider.screenWidth - 2 * screenMargin
     readonly property real dialogHeaderHeight: Global.mm(11)
     readonly property real dialogHeaderSeparatorSideOffset: Global.mm(2.5)
     readonly property real dialogSidePadding: Global.mm(4.5)

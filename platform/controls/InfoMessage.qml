@@ -56,7 +56,7 @@ FocusScope {
         height: Math.max(GlobalValues.infoMessageHeight, label.implicitHeight + 2 * Global.mm(3))
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
-        anchors.bottomMargin: message.bottomOffset
+        anchors.bottomMargin: Math.max(message.bottomOffset, GlobalValues.screenMargin)
         color: GlobalValues.defaultBackgroundColor
         border.width: GlobalValues.defaultBorderThickness
         border.color: GlobalValues.defaultBorderColor

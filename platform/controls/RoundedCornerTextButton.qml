@@ -12,6 +12,9 @@ PushButton {
     property color borderColor: GlobalValues.defaultBorderColor
     property real radius: GlobalValues.dialogRadius
 
+    leftPadding: Global.mm(1)
+    rightPadding: Global.mm(1)
+
     background: Item {
         clip: true
 

@@ -14,11 +14,29 @@ Item {
 
     implicitHeight: GlobalValues.scrollListButtonsHeight
 
-    BitmapButton {
-        anchors.left: parent.left
-        anchors.leftMargin: Global.mm(3)
+    component Button: BitmapButton {
+        id: button
+
         width: Global.mm(14)
         height: parent.height
+        // What scrolls past is not to be read through it.
+        background: Item {
+            clip: true
+
+            Rectangle {
+                width: parent.width
+                height: parent.height + radius
+                radius: GlobalValues.dialogRadius
+                border.width: GlobalValues.defaultSolidSeparatorThickness
+                border.color: GlobalValues.defaultBorderColor
+                color: button.held ? GlobalValues.defaultHoveredColor : GlobalValues.defaultBackgroundColor
+            }
+        }
+    }
+
+    Button {
+        anchors.left: parent.left
+        anchors.leftMargin: Global.mm(3)
         enabled: assistant.canScrollUp
         image: Global.getNormalImage("scroll_up")
         pressedImage: Global.getInvertedImage("scroll_up")
@@ -27,11 +45,9 @@ Item {
         onClicked: assistant.scrollUp()
         onPressAndHold: assistant.scrollBegin()
     }
-    BitmapButton {
+    Button {
         anchors.right: parent.right
         anchors.rightMargin: Global.mm(3)
-        width: Global.mm(14)
-        height: parent.height
         enabled: assistant.canScrollDown
         image: Global.getNormalImage("scroll_down")
         pressedImage: Global.getInvertedImage("scroll_down")

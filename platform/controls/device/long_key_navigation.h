@@ -13,7 +13,7 @@ class LongKeyNavigation : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("LongKeyNavigation is only available as an attached property")
-    QML_ATTACHED(LongKeyNavigation)
+    QML_ATTACHED(tessaly::controls::LongKeyNavigation)
     Q_PROPERTY(QQuickItem* up MEMBER m_up NOTIFY changed)
     Q_PROPERTY(QQuickItem* down MEMBER m_down NOTIFY changed)
     Q_PROPERTY(QQuickItem* left MEMBER m_left NOTIFY changed)

@@ -123,7 +123,7 @@
     </message>
     <message>
         <source>@MorphologyHasBeenInstalled</source>
-        <translation>Fin de l’installation de la morphologie %s</translation>
+        <translation>Morphologie %s installée</translation>
     </message>
     <message>
         <source>@No</source>

@@ -125,7 +125,7 @@
     </message>
     <message>
         <source>@MorphologyHasBeenInstalled</source>
-        <translation>Завершена установка морфологии %s</translation>
+        <translation>Морфология %s установлена</translation>
     </message>
     <message>
         <source>@No</source>

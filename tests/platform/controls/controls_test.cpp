@@ -19,7 +19,9 @@ public:
     Q_INVOKABLE static void setTouch(bool touch) {
         vellum::state::setInput(touch ? vellum::state::Input::Touch : vellum::state::Input::Keys);
     }
-    Q_INVOKABLE static void setLanguage(const QString& code) { vellum::state::setLanguage(code.toStdString()); }
+    Q_INVOKABLE static void setLanguage(const QString& code) {
+        vellum::state::setLanguage(code.toStdString());
+    }
     Q_INVOKABLE static void setScreen(const QString& size) { vellum::state::setScreen(size.toStdString()); }
     Q_INVOKABLE static void setDebugMode(bool on) { vellum::state::setDebugMode(on); }
     Q_INVOKABLE static bool isKeptAwake() { return vellum::activeSleepPreventors() > 0; }

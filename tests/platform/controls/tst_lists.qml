@@ -15,8 +15,7 @@ Item {
         id: listComponent
         CachedListView {
             property var calls: []
-            property Item aside: Item { parent: scene }
-
+            property Item aside
             width: 300
             height: 200
             // Rows 1 and 2 of five can't have the focus.
@@ -31,6 +30,7 @@ Item {
             LongKeyNavigation.down: aside
         }
     }
+    Item { id: elsewhere }
     Component { id: rowComponent; Item { width: 300; height: 40 } }
     Component { id: flickableComponent; Flickable { width: 100; height: 400 } }
     Component {
@@ -40,7 +40,7 @@ Item {
             height: 300
             to: 100
             pageStep: 40
-            proxy: PropertyProxy { target: scene.Window.window; propertyName: "nothing" }
+            proxy: PropertyProxy { propertyName: "nothing" }
         }
     }
     Component {
@@ -89,7 +89,7 @@ Item {
         }
 
         function test_heldKey() {
-            const list = createTemporaryObject(listComponent, scene, { model: 5 })
+            const list = createTemporaryObject(listComponent, scene, { model: 5, aside: elsewhere })
             list.listBehaviour.activeFocusIndex = 0
             keyPress(Qt.Key_Down)
             switches.repeatKey(list, Qt.Key_Down)
@@ -164,8 +164,9 @@ Item {
         function test_slider() {
             const slider = createTemporaryObject(sliderComponent, scene)
             slider.forceActiveFocus()
-            press([Qt.Key_Down]) // moves nothing: there is no such property
+            press([Qt.Key_Down]) // moves nothing: there is no such object
             slider.proxy.target = slider.target
+            press([Qt.Key_Down]) // nor such a property
             slider.proxy.propertyName = "place"
             keysLeft = 0
             for (const [key, place] of [[Qt.Key_Down, 40], [Qt.Key_Down, 80], [Qt.Key_Down, 100], [Qt.Key_Up, 60]]) {

@@ -1,0 +1,131 @@
+#include "simulator/window/options.h"
+#include "simulator/window/page_layout.h"
+#include "simulator/window/word.h"
+
+#include <QProcess>
+#include <QSet>
+#include <QTest>
+
+using namespace tessaly::simulator;
+
+class WindowPartsTest : public QObject {
+    Q_OBJECT
+
+    static PageStyle style(QSizeF area) {
+        QFont font;
+        font.setPixelSize(20);
+        return {area, font, font, font};
+    }
+    static QString wordsOf(const std::vector<Page>& pages) {
+        QStringList words;
+        for (const Page& page : pages) {
+            for (const PlacedWord& word : page)
+                words << word.text;
+        }
+        return words.join(u' ');
+    }
+
+private Q_SLOTS:
+    void commandLines_data() {
+        QTest::addColumn<QString>("outcome"); // the row's name is the command line
+        const auto row = [](const char* line, const char* outcome) {
+            QTest::newRow(line) << QString::fromLatin1(outcome);
+        };
+        row("--root /tmp", "/tmp,,,,-1");
+        row("--root /tmp --profile 6-keys --language de --screenshot /tmp/a.png --quit-after 0",
+            "/tmp,6-keys,de,/tmp/a.png,0");
+        row("", "error: --root DIR is required");
+        row("--root", "error: Missing value after '--root'.");
+        row("--root=", "error: --root needs a value");
+        row("--root /dev/null", "error: --root: \"/dev/null\" is not a folder");
+        row("--root /tmp --profile 7", "error: --profile: \"7\" is none of 6-touch, 6-touch-hd, 6-keys");
+        row("--root /tmp --language xx", "error: --language: \"xx\" is none of en, de, fr, ru");
+        row("--root /tmp --screenshot /nowhere/a.png",
+            "error: --screenshot: there is no folder for \"/nowhere/a.png\"");
+        row("--root /tmp --quit-after=-1", "error: --quit-after: \"-1\" is not a number of milliseconds");
+        row("--root /tmp --quit-after 1s", "error: --quit-after: \"1s\" is not a number of milliseconds");
+        row("--root /tmp --bogus", "error: Unknown option 'bogus'.");
+        row("--root /tmp more", "error: unexpected argument \"more\"");
+        row("--bogus --help", "help");
+    }
+    void commandLines() {
+        const QString line = QString::fromLatin1(QTest::currentDataTag());
+        const Options options = parseOptions(QStringList{u"program"_qs} + QProcess::splitCommand(line));
+        QString outcome = QStringList{options.root, options.profile, options.language, options.screenshot,
+                                      QString::number(options.quitAfterMs)}
+                              .join(u',');
+        if (!options.error.isEmpty())
+            outcome = u"error: "_qs + options.error;
+        if (!options.help.isEmpty())
+            outcome = options.help.contains(u"--screenshot FILE") ? u"help"_qs : options.help;
+        QTEST(outcome, "outcome");
+    }
+
+    void lookupForms_data() {
+        QTest::addColumn<QString>("forms"); // the row's name is the word as the text has it
+        const auto row = [](const char* text, const char* forms) {
+            QTest::newRow(text) << QString::fromUtf8(forms);
+        };
+        row("wife.", "wife");
+        row("“My", "My");
+        row("(Straße)!", "Straße");
+        row("«\u00a0une", "une");
+        row("—", "");
+        row("", "");
+        row("1866", "1866");
+        row("l’étoile,", "l'étoile|étoile");
+        row("mastr’Antonio", "mastr'Antonio|Antonio|mastr");
+        row("sister’s", "sister's|sister");
+        row("aujourd’hui", "aujourd'hui|hui|aujourd");
+        row("girls’", "girls");
+        row("по-своему.", "по-своему|по|своему");
+        row("e\u0301te\u0301", "\u00e9t\u00e9");
+        row("Wör\u00adter", "Wörter");
+    }
+    void lookupForms() {
+        QTEST(tessaly::simulator::lookupForms(QString::fromUtf8(QTest::currentDataTag())).join(u'|'),
+              "forms");
+    }
+
+    void everyTextIsSetWhole() {
+        for (const LibraryText& text : libraryTexts()) {
+            const auto pages = layOut(text, style({300, 200}));
+            const QString all = text.title + u' ' + text.author + u' ' + text.paragraphs.join(u' ');
+            QCOMPARE(wordsOf(pages), all);
+            QVERIFY(pages.size() > 1);
+            for (const Page& page : pages) {
+                QVERIFY(!page.empty());
+                for (const PlacedWord& word : page)
+                    QVERIFY2(QRectF(0, 0, 300, 200).contains(word.place), qUtf8Printable(word.text));
+            }
+        }
+    }
+
+    void tooLongWordsHaveALineOfTheirOwn() {
+        const LibraryText text{u"T"_qs, u"A"_qs, {u"a "_qs + QString(100, u'm') + u" b"_qs}};
+        const auto pages = layOut(text, style({300, 10})); // no line fits either: one on each page
+        QCOMPARE(pages.size(), 5U);
+        QCOMPARE(wordsOf(pages).size(), 108);
+    }
+
+    void stepsFromLineToLine() {
+        const Page page = {{u"a"_qs, {0, 0, 10, 10}},
+                           {u"b"_qs, {20, 0, 10, 10}},
+                           {u"c"_qs, {0, 10, 5, 10}},
+                           {u"d"_qs, {15, 10, 40, 10}},
+                           {u"e"_qs, {0, 20, 10, 10}}};
+        const auto step = [&page](int word, int direction) { return wordInNextLine(page, word, direction); };
+        QCOMPARE(step(0, 1), 2);
+        QCOMPARE(step(1, 1), 3);
+        QCOMPARE(step(3, 1), 4);
+        QCOMPARE(step(4, 1), -1);
+        QCOMPARE(step(3, -1), 1);
+        QCOMPARE(step(4, -1), 2);
+        QCOMPARE(step(1, -1), -1);
+        QCOMPARE(step(-1, 1), -1);
+        QCOMPARE(step(5, -1), -1);
+    }
+};
+
+QTEST_MAIN(WindowPartsTest)
+#include "window_parts_test.moc"
