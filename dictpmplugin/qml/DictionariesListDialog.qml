@@ -1,8 +1,428 @@
+import QtQml 2.12
 import QtQuick 2.12
+import QtQuick.Window 2.12
+import com.tessaly.controls 1.0
+import com.tessaly.controls.services 1.0
+import com.tessaly.dictionaries 1.0
+import Qt.labs.qmlmodels 1.0
 
-// The list of dictionaries. It shows nothing yet.
-FocusScope {
+// The main screen: the dictionaries of the device or, in download mode, those to be had, by source language.
+DialogContainer {
+    id: wrapper
+
     signal infoClicked(int selected_index)
     signal chooseDictionary(int index, bool close)
     signal close2()
+
+    function makeScrollWorks() {
+        list.forceActiveFocus()
+    }
+
+    function stopScroll() {
+        list.cancelFlick()
+        DeviceInfoProvider.exitA2(true, () => wrapper.close2())
+    }
+
+    // The list counts its headers too, so it lands near the chosen dictionary; that is on purpose.
+    function scroll() {
+        if (!list.visible)
+            return
+        const chosen = DictionariesListModel.selectedDictionaryIndex
+        if (chosen >= list.count - 1) {
+            list.positionViewAtIndex(chosen, ListView.Contain)
+            Global.scrollPageDown(list)
+        } else {
+            list.positionViewAtIndex(chosen, ListView.Beginning)
+        }
+        if (!DeviceInfoProvider.touch)
+            list.currentIndex = Math.max(0, list.rowOf(chosen))
+    }
+
+    function focusContent() {
+        if (list.count === 0 && !DictionariesListModel.isDownloadMode)
+            download_btn.forceActiveFocus()
+        else
+            list.forceActiveFocus()
+        list.settleFocus()
+    }
+
+    // Leaves by a signal, once the user has agreed to stop what is being downloaded.
+    function leave(signal) {
+        if (morphInstallationSummary.runningCount === 0) {
+            signal()
+            return
+        }
+        abortMorphConfirmationDialogLazy.open(false, dialog => {
+            dialog.applyCallback = () => {
+                morphInstallationSummary.abortAll()
+                signal()
+            }
+        })
+    }
+
+    // The keys that leave ask like the header does.
+    function askBeforeLeaving(event) {
+        const leaves = [Qt.Key_Back, Qt.Key_Backspace, Qt.Key_PageUp, Qt.Key_Escape].includes(event.key)
+        if (!leaves || morphInstallationSummary.runningCount === 0)
+            return
+        event.accepted = true
+        if (header.canLeave)
+            leave(event.key === Qt.Key_Escape ? wrapper.close : wrapper.back)
+    }
+
+    dialogWidth: GlobalValues.defaultDialogWidth
+    title: DictionariesListModel.isDownloadMode ? qsTr('@SelectDictionariesToDownload') : qsTr('@SelectDictionary')
+    headless: true
+    state: 'VerticalCenter'
+    backOnPgUp: true
+    closeInterceptor: () => false
+    initialFocusItem: list.count > 0 ? list : download_btn
+
+    onVisibleChanged: {
+        if (!visible)
+            return
+        DictionariesListModel.reset()
+        focusContent()
+    }
+    Component.onCompleted: {
+        if (visible)
+            focusContent()
+    }
+
+    Connections {
+        target: DictionariesListModel
+
+        function onModelRefreshed() {
+            download_btn.countMarked()
+            list.visible = true
+            list.forceLayout()
+            if (list.count === 0)
+                list.visible = false
+            if (DictionariesListModel.isDownloadMode)
+                list.currentIndex = 0
+            else
+                wrapper.scroll()
+            if (download_btn.activeFocus && !download_btn.enabled)
+                wrapper.focusContent()
+            list.settleFocus()
+        }
+        function onShowEmptyScreen() {
+            list.visible = false
+        }
+        function onIsDownloadModeChanged(isDownloadMode) {
+            list.lastFocusedItem = null // other rows are coming
+            download_btn.countMarked()
+            if (isDownloadMode) {
+                download_btn.busy_visible = false
+                download_btn.enabled = download_btn.markedCount !== 0
+            } else {
+                download_btn.enabled = true
+            }
+        }
+        function onNoNewDictionaries() {
+            download_btn.busy_visible = false
+            download_btn.enabled = true
+        }
+        function onToDownloadModFailed() {
+            download_btn.busy_visible = false
+            download_btn.enabled = true
+        }
+        function onSelectedCountChanged() {
+            download_btn.countMarked()
+            if (DictionariesListModel.isDownloadMode)
+                download_btn.enabled = download_btn.markedCount > 0
+        }
+    }
+
+    DialogBackActionHeader {
+        id: header
+
+        readonly property bool canLeave: morphInstallationSummary.canAbort || morphInstallationSummary.runningCount == 0
+
+        width: parent.width
+        height: wrapper.headless ? GlobalValues.dialogHeaderHeight : 0
+        visible: wrapper.headless
+        text: wrapper.title
+        backwardAvailable: DictionariesListModel.isDownloadMode
+        actionAvailable: DeviceInfoProvider.touch
+        actionIcon: "image://resource/close"
+        actionPressedIcon: "image://resource/close_inv"
+        canBack: canLeave
+        canAction: canLeave
+        onBack: wrapper.leave(wrapper.back)
+        onAction: wrapper.leave(wrapper.close)
+        onActiveFocusChanged: {
+            if (activeFocus)
+                list.lastFocusedItem = header
+        }
+
+        Keys.onUpPressed: {
+            if (!DictionariesListModel.isDownloadMode || DictionariesListModel.selectedCount > 0) {
+                download_btn.forceActiveFocus()
+                return
+            }
+            list.lastFocusedItem = download_btn
+            list.forceActiveFocus()
+        }
+        Keys.onDownPressed: list.count > 0 ? list.forceActiveFocus() : download_btn.forceActiveFocus()
+        Keys.onPressed: event => wrapper.askBeforeLeaving(event)
+    }
+
+    Item {
+        id: dialog
+        width: parent.width
+        height: wrapper.height - 3 * GlobalValues.dialogHeaderHeight
+
+        Keys.onPressed: event => {
+            if (DeviceInfoProvider.touch && list.contentHeight > list.height) {
+                event.accepted = event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown
+                if (event.key === Qt.Key_PageUp)
+                    Global.scrollPageUp(list)
+                else if (event.key === Qt.Key_PageDown)
+                    Global.scrollPageDown(list)
+            }
+            if (!event.accepted)
+                wrapper.askBeforeLeaving(event)
+        }
+
+        CachedListView {
+            id: list
+
+            // Where the focus came from.
+            property Item lastFocusedItem: null
+            // Whether the rows' info buttons have the key focus, rather than the rows.
+            property bool infoColumnSelected: false
+
+            // The list's row of a dictionary of the model; -1 if there is none.
+            function rowOf(sourceIndex) {
+                for (let row = 0; sourceIndex >= 0 && row < count; ++row) {
+                    if (languageHeaderInjectorProxyModel.mapRowToSource(row) === sourceIndex)
+                        return row
+                }
+                return -1
+            }
+
+            // Keys need a row to start from; a header without a tile is none.
+            function settleFocus() {
+                if (activeFocus && !DeviceInfoProvider.touch)
+                    listBehaviour.activeFocusIndex = Math.max(0, currentIndex)
+            }
+
+            function flickPageUp() {
+                if (contentY <= 0)
+                    return false
+                contentY = Math.max(originY, contentY - height)
+                return true
+            }
+
+            function flickPageDown() {
+                if (contentY >= contentHeight - height - 1)
+                    return false
+                contentY = Math.min(contentHeight - height + originY, contentY + height)
+                return true
+            }
+
+            anchors.top: parent.top
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.bottom: separator.top
+            anchors.bottomMargin: GlobalValues.dialogContentTopBottomOffset
+            focus: count > 0
+            clip: true
+            pressDelay: GlobalValues.listPressDelay
+            highlightMoveDuration: 0
+            highlightMoveVelocity: 0
+            boundsBehavior: contentHeight > height ? Flickable.DragAndOvershootBounds : Flickable.StopAtBounds
+
+            onFlickStarted: DeviceInfoProvider.enterA2onFlickForItem(list)
+            onActiveFocusChanged: {
+                if (!activeFocus)
+                    return
+                if (lastFocusedItem === header)
+                    listBehaviour.activeFocusIndex = 0
+                else if (lastFocusedItem === download_btn && count > 0)
+                    listBehaviour.activeFocusIndex = count - 1
+                else
+                    settleFocus()
+                lastFocusedItem = null
+            }
+            KeyNavigation.up: header.backwardAvailable && header.focusable ? header : download_btn
+            KeyNavigation.down: download_btn.enabled ? download_btn : header.focusable ? header : null
+            LongKeyNavigation.down: KeyNavigation.down
+
+            model: LanguageHeaderInjectorProxyModel {
+                id: languageHeaderInjectorProxyModel
+                sourceModel: DictionariesListModel
+                langPropertyName: list.section.property
+                groupSortPropertyName: 'languageFrom'
+            }
+            section.property: 'languageFromPair'
+            section.criteria: ViewSection.FullString
+            // What follows is made row by row, and refers to what is around the list.
+            // qmllint disable unqualified
+            section.delegate: SectionHeader {
+                required property string section
+                readonly property string language: section.split('|')[1] ?? ''
+
+                width: dialog.width
+                height: GlobalValues.listElementHeight
+                title: language === 'Other' ? qsTr('@Other') : language
+            }
+            delegate: DelegateChooser {
+                role: 'injectedType'
+
+                DelegateChoice {
+                    roleValue: 'item'
+
+                    DictionaryListItem {
+                        id: row
+
+                        required property int index
+                        required property var model
+                        readonly property int sourceIndex: languageHeaderInjectorProxyModel.mapRowToSource(index)
+
+                        width: dialog.width
+                        list: ListView.view
+                        title: model.displayTitle ?? ''
+                        provider: model.provider ?? ''
+                        downloadMode: DictionariesListModel.isDownloadMode
+                        selectedToDownload: model.selectedToDownload ?? false
+                        selected: DictionariesListModel.selectedDictionaryIndex === sourceIndex
+                        installed: model.installed ?? false
+                        hasInfo: DictionariesListModel.getHasDescription(sourceIndex)
+
+                        onPressed: wrapper.chooseDictionary(sourceIndex, false)
+                        onClicked: {
+                            if (!DeviceInfoProvider.touch) // no press came before
+                                wrapper.chooseDictionary(sourceIndex, false)
+                            wrapper.close()
+                        }
+                        onInfoClicked: wrapper.infoClicked(sourceIndex)
+                        onToggleSelectionClicked: DictionariesListModel.toggleSelected(sourceIndex)
+
+                        Connections {
+                            target: row.list
+                            function onXChanged() {
+                                row.abortPress()
+                            }
+                        }
+                        StyledText {
+                            visible: DebugInfo.debugEnabled
+                            font.pointSize: 4
+                            text: row.model.languageFromPair ?? ''
+                        }
+                    }
+                }
+                DelegateChoice {
+                    roleValue: 'header'
+
+                    MorphDonwloadTile {
+                        required property var model
+
+                        x: GlobalValues.dialogHeaderSeparatorSideOffset
+                        width: dialog.width - 2 * GlobalValues.dialogHeaderSeparatorSideOffset
+                        height: visible ? implicitHeight : 0
+                        visible: implicitVisibility && !DictionariesListModel.isDownloadMode
+                        langIso: (model.languageFromPair ?? '').split('|')[0]
+                        morphExplorer: DictionariesListModel.morphExplorer
+                        installationSummary: morphInstallationSummary
+                    }
+                }
+            }
+            // qmllint enable unqualified
+        }
+        ScrollIndicator {
+            anchors.top: list.top
+            anchors.right: list.right
+            visible: list.visible && list.contentHeight > list.height
+            length: list.height
+            thumbLength: Math.max(length * list.visibleArea.heightRatio, GlobalValues.minimalScrollIndicatorThickness)
+            thumbOffset: list.visibleArea.yPosition * length
+        }
+        StyledText {
+            anchors.verticalCenter: list.verticalCenter
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.leftMargin: Global.dp(64)
+            anchors.rightMargin: Global.dp(64)
+            visible: !list.visible
+            text: qsTr('@NoInstalledDictionaries')
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.WrapAnywhere
+        }
+        Rectangle {
+            id: separator
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.bottom: download_btn.top
+            height: GlobalValues.defaultSolidSeparatorThickness
+            color: GlobalValues.defaultSolidseparatorColor
+        }
+        ImgBusyIndicatorTextButton {
+            id: download_btn
+
+            property int markedCount: 0
+            readonly property string label:
+                !DictionariesListModel.isDownloadMode ? qsTr('@AddNewDictionaries')
+                : markedCount > 0 ? '%1 (%2)'.arg(qsTr('@Download')).arg(markedCount) : qsTr('@Download')
+
+            // The model doesn't tell when marks go with their rows.
+            function countMarked() {
+                markedCount = DictionariesListModel.selectedCount
+            }
+
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            z: 2
+            focus: !DictionariesListModel.isDownloadMode && list.count === 0
+            icon: DictionariesListModel.isDownloadMode ? 'panel_package_downloading' : 'plus_add'
+            disabled_icon: DictionariesListModel.isDownloadMode ? 'panel_package_downloading_disabled' : 'plus_add'
+            text: label.toUpperCase()
+            showLongPressText: !DeviceInfoProvider.touch
+
+            onAction: {
+                if (DictionariesListModel.isDownloadMode) {
+                    wrapper.apply()
+                    DictionariesListModel.isDownloadMode = false
+                } else {
+                    busy_visible = true
+                    DictionariesListModel.toDownloadMode()
+                    enabled = false
+                }
+            }
+            onActiveFocusChanged: {
+                if (activeFocus && list.count > 0) // else the list gets the focus with its first rows, not by a key
+                    list.lastFocusedItem = download_btn
+            }
+            KeyNavigation.up: list.count > 0 ? list : header.focusable ? header : null
+            Keys.onDownPressed: {
+                if (header.backwardAvailable && header.focusable) {
+                    header.forceActiveFocus()
+                } else if (list.count > 0) {
+                    list.lastFocusedItem = header
+                    list.forceActiveFocus()
+                }
+            }
+
+            FocusElement {
+            }
+        }
+        TsiInstallationSummary {
+            id: morphInstallationSummary
+        }
+        Lazy {
+            id: abortMorphConfirmationDialogLazy
+            parent: wrapper.Window.contentItem
+
+            ConfirmationDialog {
+                title: qsTr('@DoYouWantToStopTheDownload')
+                applyTitle: qsTr('@Stop')
+                cancelTitle: qsTr('@ContinueDownloading')
+                canApply: morphInstallationSummary.canAbort // qmllint disable unqualified
+                closeOnAction: true
+                onClose: parent.visible = false
+            }
+        }
+    }
 }

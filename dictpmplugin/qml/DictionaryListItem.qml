@@ -1,7 +1,11 @@
+import QtQml 2.12
 import QtQuick 2.12
+import com.tessaly.controls 1.0
 
-// A dictionary's row in the list. It shows nothing yet.
+// A dictionary's row in the list.
 FocusScope {
+    id: wrapper
+
     property bool selected: false
     property bool downloadMode: false
     property bool selectedToDownload: false
@@ -11,7 +15,11 @@ FocusScope {
     property bool info_clicked: false
     property string title: ""
     property string provider: ""
+    // Whether the key focus is on the marks or on the info buttons, in all rows alike, is a property of the list.
     property QtObject list: null
+    // qmllint disable
+    readonly property bool isInfoFocused: list !== null && list.infoColumnSelected === true
+    // qmllint enable
 
     signal clicked()
     signal pressed()
@@ -19,5 +27,204 @@ FocusScope {
     signal infoClicked()
     signal toggleSelectionClicked()
 
+    function setInfoSelect(value) {
+        // qmllint disable
+        if (list)
+            list.infoColumnSelected = value
+        // qmllint enable
+    }
+
+    // Cancels a press under way: its click doesn't come.
+    function abortPress() {
+        mainMouseArea.abort()
+    }
+
+    function toggleSelection() {
+        selectedToDownload = !selectedToDownload
+        toggleSelectionClicked()
+    }
+
     focus: true
+    implicitHeight: Math.max(Math.round(info_column.height), GlobalValues.listElementHeight)
+    Accessible.role: Accessible.ListItem
+    Accessible.name: title
+
+    DelayedMouseArea {
+        id: mainMouseArea
+        anchors.fill: parent
+        visible: !wrapper.downloadMode
+        onPressed: wrapper.pressed()
+        onDelayedClicked: wrapper.clicked()
+    }
+
+    Rectangle {
+        id: frame_rect
+        anchors.fill: parent
+        anchors.leftMargin: GlobalValues.dialogHeaderSeparatorSideOffset
+        anchors.rightMargin: GlobalValues.dialogHeaderSeparatorSideOffset
+        radius: GlobalValues.listElementHoverFrameBorderRadius
+        color: "transparent"
+
+        Item {
+            id: left_part_rect
+
+            property int heldKey: 0
+
+            function acts(key: int): bool {
+                return isEnter(key) || key === Qt.Key_Left || key === Qt.Key_Right
+            }
+
+            function isEnter(key: int): bool {
+                return key === Qt.Key_Return || key === Qt.Key_Enter
+            }
+
+            anchors.left: parent.left
+            anchors.right: right_row.left
+            height: parent.height
+            focus: !wrapper.isInfoFocused
+            onActiveFocusChanged: heldKey = 0
+
+            Keys.onPressed: event => {
+                if (!acts(event.key))
+                    return
+                event.accepted = true
+                if (!event.isAutoRepeat)
+                    heldKey = event.key
+            }
+            Keys.onReleased: event => {
+                if (!acts(event.key))
+                    return
+                event.accepted = true
+                if (event.isAutoRepeat || event.key !== heldKey)
+                    return
+                heldKey = 0
+                if (!isEnter(event.key))
+                    wrapper.setInfoSelect(true)
+                else if (wrapper.downloadMode)
+                    wrapper.toggleSelection()
+                else
+                    wrapper.clicked()
+            }
+
+            Row {
+                id: marks
+                anchors.verticalCenter: parent.verticalCenter
+
+                Item {
+                    width: wrapper.downloadMode ? 0 : GlobalValues.touchTarget
+                    height: GlobalValues.touchTarget
+                    visible: !wrapper.downloadMode
+
+                    Image {
+                        id: select_button
+                        anchors.centerIn: parent
+                        source: !enabled ? Global.getNormalImage("radiobtn_gray")
+                              : wrapper.selected ? Global.getNormalImage("radiobtn_checked")
+                                                 : Global.getNormalImage("radiobtn")
+                    }
+                }
+                BitmapButton {
+                    id: select_to_download_button
+                    visible: wrapper.downloadMode
+                    enabled: !wrapper.installed
+                    focusPolicy: Qt.NoFocus
+                    image: Global.getNormalImage("checkbox_square_" + (wrapper.selectedToDownload ? "on" : "off"))
+                    pressedImage: Global.getNormalImage("checkbox_square_on_inv")
+                    disabledImage: Global.getNormalImage("checkbox_square_on_disabled")
+                    text: wrapper.title
+                    onClicked: wrapper.toggleSelection()
+                }
+            }
+            Rectangle {
+                anchors.left: marks.right
+                anchors.right: parent.right
+                height: parent.height
+                radius: GlobalValues.listElementHoverFrameBorderRadius
+                color: wrapper.hovered ? GlobalValues.defaultHoveredColor : "transparent"
+                border.width: GlobalValues.defaultPressedFrameBorderWidth
+                border.color: wrapper.hovered ? GlobalValues.defaultHoveredColor : GlobalValues.defaultBackgroundColor
+
+                Column {
+                    id: info_column
+                    x: Global.pixelsFromDesign(8)
+                    width: parent.width - 2 * x
+                    anchors.verticalCenter: parent.verticalCenter
+                    topPadding: Global.pixelsFromDesign(8)
+                    bottomPadding: Global.pixelsFromDesign(8)
+
+                    StyledText {
+                        width: parent.width
+                        text: wrapper.title
+                        fontStyle: FontStyles.BodyBold
+                        color: wrapper.hovered ? GlobalValues.defaultBackgroundColor : GlobalValues.defaultTextColor
+                        elide: Text.ElideRight
+                        maximumLineCount: 1
+                    }
+                    StyledText {
+                        width: parent.width
+                        visible: text !== ""
+                        text: wrapper.provider
+                        fontStyle: FontStyles.BodyS
+                        color: wrapper.hovered ? GlobalValues.defaultBackgroundColor : GlobalValues.defaultTextColor
+                        elide: Text.ElideRight
+                        maximumLineCount: 1
+                    }
+                }
+            }
+            FocusElement {
+            }
+        }
+        Row {
+            id: right_row
+            anchors.right: parent.right
+            height: parent.height
+
+            BitmapButton {
+                id: info_button
+
+                property int heldKey: 0
+
+                anchors.verticalCenter: parent.verticalCenter
+                focus: wrapper.isInfoFocused
+                focusPolicy: Qt.NoFocus
+                image: Global.getNormalImage("info")
+                pressedImage: "image://resource_inv_circle/info"
+                text: qsTr("@Info")
+                onClicked: wrapper.infoClicked()
+                onActiveFocusChanged: heldKey = 0
+
+                Keys.onPressed: event => {
+                    if (event.key !== Qt.Key_Left && event.key !== Qt.Key_Right)
+                        return
+                    event.accepted = true
+                    if (!event.isAutoRepeat)
+                        heldKey = event.key
+                }
+                Keys.onReleased: event => {
+                    if (event.key !== Qt.Key_Left && event.key !== Qt.Key_Right)
+                        return
+                    event.accepted = true
+                    if (event.isAutoRepeat || event.key !== heldKey)
+                        return
+                    heldKey = 0
+                    wrapper.setInfoSelect(false)
+                }
+            }
+        }
+    }
+    DottedSeparator {
+        anchors.left: frame_rect.left
+        anchors.right: frame_rect.right
+        anchors.bottom: parent.bottom
+        color: GlobalValues.defaultSolidseparatorColor
+        thickness: GlobalValues.defaultSolidSeparatorThickness
+    }
+    Rectangle {
+        id: focusFrame
+        anchors.fill: parent
+        visible: mainMouseArea.pressedShown
+        color: '#00000000'
+        border.width: GlobalValues.defaultBorderThickness
+        border.color: GlobalValues.defaultBorderColor
+    }
 }

@@ -1,15 +1,243 @@
 import QtQuick
+import com.tessaly.controls 1.0
 
-// A wide button. It shows nothing yet.
+// A wide button: an icon, or a busy indicator in its place, a caption beside it, and a hint below.
 Rectangle {
+    id: wrapper
+
     property string normalColor: "transparent"
     property string pressed_color: "black"
+    property alias text: caption.text
+    // Not the item's own: a disabled button keeps the focus and its keys.
+    property bool enabled: true
     property string icon
     property string disabled_icon
+    property alias busy_visible: busy_indicator.visible
+    property alias font: caption.font
     property bool showLongPressText: true
 
     signal action()
 
+    implicitWidth: caption.implicitWidth + icon_place.width + caption.anchors.leftMargin
+    implicitHeight: Global.pixelsFromDesign(125)
     clip: true
-    color: normalColor
+    state: "Normal"
+    Accessible.role: Accessible.Button
+    Accessible.name: caption.text
+    Accessible.focusable: true
+    Accessible.onPressAction: if (wrapper.enabled) wrapper.action()
+
+    states: [
+        State {
+            name: "Normal"
+            PropertyChanges {
+                target: wrapper
+                color: wrapper.normalColor
+            }
+            PropertyChanges {
+                target: caption
+                color: wrapper.pressed_color
+            }
+            PropertyChanges {
+                target: busy_indicator
+                inverted: false
+            }
+            PropertyChanges {
+                target: internal
+                iconSource: Global.getNormalImage(wrapper.icon)
+            }
+        },
+        State {
+            name: "Pressed"
+            PropertyChanges {
+                target: wrapper
+                color: DeviceInfoProvider.touch ? wrapper.pressed_color : wrapper.normalColor
+            }
+            PropertyChanges {
+                target: icon_place
+                color: wrapper.busy_visible ? wrapper.pressed_color : "transparent"
+            }
+            PropertyChanges {
+                target: caption
+                color: "white"
+            }
+            PropertyChanges {
+                target: busy_indicator
+                inverted: true
+            }
+            PropertyChanges {
+                target: internal
+                iconSource: DeviceInfoProvider.touch ? Global.getInvertedImage(wrapper.icon) : wrapper.icon
+            }
+        },
+        State {
+            name: "Disabled"
+            PropertyChanges {
+                target: wrapper
+                color: wrapper.normalColor
+            }
+            PropertyChanges {
+                target: caption
+                color: FontStyles.disabledTextColor
+            }
+            PropertyChanges {
+                target: busy_indicator
+                inverted: false
+            }
+            PropertyChanges {
+                target: internal
+                iconSource: Global.getNormalImage(wrapper.disabled_icon)
+            }
+        }
+    ]
+
+    onEnabledChanged: {
+        release_timer.stop()
+        wrapper.state = wrapper.enabled ? "Normal" : "Disabled"
+    }
+    onActiveFocusChanged: {
+        if (!wrapper.activeFocus && internal.enterHeld)
+            internal.cancelEnter()
+    }
+
+    Keys.onPressed: event => {
+        if (!internal.isEnter(event.key))
+            return
+        event.accepted = true
+        if (event.isAutoRepeat || wrapper.state === "Disabled")
+            return
+        internal.enterHeld = true
+        wrapper.state = "Pressed"
+    }
+    Keys.onReleased: event => {
+        if (!internal.isEnter(event.key))
+            return
+        event.accepted = true
+        if (event.isAutoRepeat || !internal.enterHeld)
+            return
+        internal.enterHeld = false
+        if (wrapper.state === "Pressed")
+            internal.release()
+    }
+
+    QtObject {
+        id: internal
+
+        property string iconSource
+        // Whether Enter went down here: its release belongs to whoever got the press.
+        property bool enterHeld: false
+        property double pressedAt: 0 // milliseconds
+
+        function isEnter(key: int): bool {
+            return key === Qt.Key_Return || key === Qt.Key_Enter
+        }
+
+        function release() {
+            wrapper.state = "Normal"
+            wrapper.action()
+        }
+
+        function completeDelayedRelease() {
+            if (!release_timer.running)
+                return
+            release_timer.stop()
+            release()
+        }
+
+        function cancelEnter() {
+            enterHeld = false
+            if (wrapper.state === "Pressed")
+                wrapper.state = "Normal"
+        }
+
+        function cancelPress() {
+            if (wrapper.state === "Disabled")
+                return
+            wrapper.state = "Normal"
+            completeDelayedRelease()
+        }
+    }
+
+    Timer {
+        id: release_timer
+        interval: 200
+        onTriggered: internal.release()
+    }
+
+    Item {
+        id: inner
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: long_press_hint.visible ? Global.dp(14) : Math.round((parent.height - height) / 2)
+        width: caption.x + caption.width
+        height: Math.max(icon_place.height, caption.height)
+
+        Rectangle {
+            id: icon_place
+            anchors.verticalCenter: parent.verticalCenter
+            width: Global.pixelsFromDesign(60)
+            height: width
+            color: "transparent"
+
+            Image {
+                anchors.centerIn: parent
+                visible: !wrapper.busy_visible
+                // A bare name, that of a button pressed by a key, shows no icon.
+                source: internal.iconSource.includes(":") ? internal.iconSource : ""
+            }
+            BusyIndicator {
+                id: busy_indicator
+                anchors.fill: parent
+                visible: false
+            }
+        }
+        StyledText {
+            id: caption
+            anchors.left: icon_place.right
+            anchors.leftMargin: Global.pixelsFromDesign(12)
+            anchors.verticalCenter: parent.verticalCenter
+            width: Math.min(implicitWidth, wrapper.width - x)
+            fontStyle: FontStyles.Heading5
+            elide: Text.ElideRight
+        }
+    }
+
+    BitmapTextButton {
+        id: long_press_hint
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.top: inner.bottom
+        anchors.topMargin: -Global.pixelsFromDesign(8) // into what the caption's line leaves free
+        anchors.bottom: parent.bottom
+        padding: 0
+        visible: inner.height > 0 && wrapper.enabled && wrapper.showLongPressText
+        interactive: false
+        image: "desktop_arrow_down_joystick"
+        text: qsTr("@LongPress")
+        textColor: caption.color
+        font.italic: true
+        font.pointSize: GlobalValues.fontUserCommentPointSize
+    }
+
+    MouseArea {
+        anchors.fill: parent
+        onPressed: {
+            if (wrapper.state === "Disabled")
+                return
+            internal.completeDelayedRelease()
+            if (wrapper.state === "Disabled") // by what the release did
+                return
+            internal.pressedAt = Date.now()
+            wrapper.state = "Pressed"
+        }
+        onReleased: {
+            if (wrapper.state !== "Pressed")
+                return
+            if (!containsMouse)
+                internal.cancelPress()
+            else if (Date.now() - internal.pressedAt < release_timer.interval)
+                release_timer.restart()
+            else
+                internal.release()
+        }
+        onCanceled: internal.cancelPress()
+    }
 }

@@ -14,10 +14,12 @@ PushButton {
     readonly property bool unusable: interactive && !enabled
 
     enabled: interactive
+    implicitHeight: interactive ? Math.max(GlobalValues.touchTarget, implicitContentHeight + 2 * padding)
+                                : implicitContentHeight
     font.family: FontStyles.family
     font.pointSize: FontStyles.pointSize(fontStyle)
     font.bold: FontStyles.isBold(fontStyle)
-    padding: Global.mm(1)
+    padding: Global.mm(interactive ? 1 : 0)
     spacing: image ? Global.mm(2) : 0
     Accessible.role: interactive ? Accessible.Button : Accessible.StaticText
 

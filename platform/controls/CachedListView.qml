@@ -9,12 +9,14 @@ ListView {
         view: list
     }
 
+    readonly property bool focusable: count > 0
+
     reuseItems: false
     cacheBuffer: 0
     keyNavigationEnabled: false
     highlightMoveDuration: 0
     highlightMoveVelocity: 0
     highlightResizeDuration: 0
-    activeFocusOnTab: count > 0
+    activeFocusOnTab: true
     Accessible.role: Accessible.List
 }

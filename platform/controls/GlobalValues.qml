@@ -39,7 +39,7 @@ QtObject {
     readonly property real focusFrameThickness: Math.max(3, Global.mm(0.45))
 
     // In points of the host's screen, as fonts with a point size are.
-    readonly property real fontUserCommentPointSize: DeviceInfoProvider.pointSize(Global.pixelsFromDesign(32))
+    readonly property real fontUserCommentPointSize: DeviceInfoProvider.pointSize(Global.pixelsFromDesign(28))
 
     // Milliseconds that a finger may rest on a list before it presses what is under it.
     readonly property int listPressDelay: 80

@@ -17,7 +17,10 @@ Item {
     Image {
         id: image
         x: root.centred ? Math.max(0, Math.round((root.width - root.implicitWidth) / 2)) : 0
-        width: root.icon ? implicitWidth : 0
+        // Not higher than a line of small text.
+        height: Math.min(implicitHeight, label.implicitHeight)
+        width: root.icon ? implicitWidth * height / Math.max(1, implicitHeight) : 0
+        fillMode: Image.PreserveAspectFit
         anchors.verticalCenter: parent.verticalCenter
         source: root.icon
     }

@@ -19,7 +19,6 @@ Item {
 
         width: Global.mm(14)
         height: parent.height
-        // What scrolls past is not to be read through it.
         background: Item {
             clip: true
 
@@ -34,6 +33,11 @@ Item {
         }
     }
 
+    // What scrolls past is not to be read between the buttons.
+    Rectangle {
+        anchors.fill: parent
+        color: GlobalValues.defaultBackgroundColor
+    }
     Button {
         anchors.left: parent.left
         anchors.leftMargin: Global.mm(3)

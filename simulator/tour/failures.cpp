@@ -1,9 +1,6 @@
 #include "failures.h"
 
 #include "device_snapshot.h"
-#include "dictpmplugin/dictionarieslistmodel.h"
-#include "dictpmplugin/dictpmcontroller.h"
-#include "download.h"
 #include "simulator/fixture/test_device.h"
 #include "wait.h"
 
@@ -13,127 +10,150 @@
 
 #include <QJsonObject>
 #include <csignal>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 namespace tessaly::tour {
 
 namespace {
 
-using dictionary::DataManager;
-using dictionary::DictionariesListModel;
-using dictionary::DictPMController;
 using fixture::TestDevice;
-
-DictionariesListModel& model() {
-    return *DictionariesListModel::instance();
-}
-DictPMController& controller() {
-    return *DictPMController::instance();
-}
 
 constexpr auto installerPath = "/ebrmain/bin/dictpackageinstaller.app";
 
-void mark(int count) {
-    enterDownloadMode();
-    markDictionaries(count);
+int progress(const Hand& hand) {
+    return hand.screen().download().property("progress").toInt();
 }
 
-void requireError(int error) {
-    require(controller().errorType() == error, QStringLiteral("error %1").arg(controller().errorType()));
+void beginDownload(const Hand& hand) {
+    hand.openDictionaries();
+    hand.enterDownloadMode();
+    (void)hand.mark(2);
+    hand.startDownload();
 }
 
-/// A download of two dictionaries that ends in the installation error.
-void failToInstall(int error) {
-    mark(2);
-    Download download;
-    download.start();
-    download.requireEnd(false);
-    requireError(error);
-    require(controller().syncState() == DictPMController::InstallationFailed, QStringLiteral("wrong state"));
+/// The message that ends the interface comes, and goes when it is acknowledged.
+void acknowledge(const Hand& hand, const char* message, const QString& pictureName) {
+    Screen& screen = hand.screen();
+    screen.waitFor(text(message), 60000);
+    screen.picture(pictureName);
+    if (hand.isTouch())
+        screen.tap(text(message));
+    else
+        screen.press(Qt::Key_Return);
+    waitUntil([&] { return hand.isAtPage(); }, QStringLiteral("the page"));
 }
 
-void goOffline(TestDevice& device) {
+void goOffline(TestDevice& device, const Hand& hand) {
+    Screen& screen = hand.screen();
     device.setOnline(false);
-    int error = -1;
-    const auto connection = QObject::connect(&model(), &DictionariesListModel::dataManagerError, &model(),
-                                             [&error](int value) { error = value; });
-    bool failed = false;
-    const auto failure = QObject::connect(&model(), &DictionariesListModel::toDownloadModFailed, &model(),
-                                          [&failed] { failed = true; });
-    model().refreshData();
-    model().toDownloadMode();
-    waitUntil([&failed] { return failed; }, QStringLiteral("the failure"));
-    QObject::disconnect(connection);
-    QObject::disconnect(failure);
-    require(error == DataManager::NetworkNotAvailableError, QStringLiteral("error %1").arg(error));
-    require(!model().isDownloadMode(), QStringLiteral("it is in download mode"));
+    hand.openDictionaries();
+    if (hand.isTouch()) {
+        screen.tap(text("@AddNewDictionaries"));
+    } else {
+        screen.moveTo(text("@AddNewDictionaries"), Qt::Key_Up);
+        screen.press(Qt::Key_Return);
+    }
+    waitUntil([&] { return !screen.list().property("isDownloadMode").toBool(); }, QStringLiteral("the end"));
+    screen.picture(QStringLiteral("offline"));
+    hand.leave();
     device.setOnline(true);
 }
 
-void makeServerSlow(TestDevice& device) {
+void makeServerSlow(TestDevice& device, const Hand& hand) {
     device.server().setSwitches({{QStringLiteral("package_state"), QStringLiteral("wait")}});
-    mark(1);
     vellum::clock::setSpeed(20);
-    controller().downloadPackageProcess();
-    Download::waitForState(DictPMController::DownloadFailed);
+    beginDownload(hand);
+    constexpr int lastQueryNotYetProcessed = 2;
+    const auto error = [&] {
+        int type = 0;
+        QMetaObject::invokeMethod(&hand.screen().download(), "errorType", Q_RETURN_ARG(int, type));
+        return type;
+    };
+    waitUntil([&] { return error() == lastQueryNotYetProcessed; }, QStringLiteral("the download's end"),
+              60000);
     vellum::clock::setSpeed(1);
-    requireError(DictPMController::LastQueryNotYetProcessed);
-    require(controller().progress() == 0, QStringLiteral("progress %1").arg(controller().progress()));
+    require(progress(hand) == 0, QStringLiteral("progress %1").arg(progress(hand)));
+    hand.screen().picture(QStringLiteral("server-slow"));
+    hand.press(text("@Cancel"));
+    require(hand.isAtPage(), QStringLiteral("Cancel doesn't leave"));
 }
 
-void cancelInMidDownload(TestDevice& device) {
+void cancelInMidDownload(TestDevice& device, const Hand& hand) {
     device.server().setSwitches({{QStringLiteral("bytes_per_second"), 20000}});
-    mark(2);
-    controller().downloadPackageProcess();
-    waitUntil([] { return controller().progress() > 10; }, QStringLiteral("the download's progress"));
-    controller().cancelDownloading();
-    waitUntil([] { return controller().progress() == 0; }, QStringLiteral("the cancelled download's end"),
-              3000);
-    require(controller().syncState() == DictPMController::Cancelled, QStringLiteral("it isn't cancelled"));
+    beginDownload(hand);
+    waitUntil([&] { return progress(hand) > 10; }, QStringLiteral("the download's progress"));
+    hand.press(text("@Cancel"));
+    waitUntil([&] { return progress(hand) == 0; }, QStringLiteral("the cancelled download's end"), 3000);
+    require(hand.isAtPage(), QStringLiteral("Cancel doesn't leave"));
 }
 
-void killInstaller() {
-    mark(2);
-    Download download;
-    download.start();
-    Download::waitForState(DictPMController::Installing);
-    const int installer = FindTaskByAppName(installerPath);
-    require(installer > 0 && ::kill(installer, SIGKILL) == 0, QStringLiteral("it had ended before"));
-    download.requireEnd(false);
-    requireError(DictPMController::InstallPackageError);
+/// Installers wait for each other; while this is there, none gets further.
+class BusyInstaller {
+public:
+    explicit BusyInstaller(const TestDevice& device)
+        : m_folder(
+              ::open(qUtf8Printable(device.path("/mnt/secure/tspk")), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+        require(m_folder >= 0 && ::flock(m_folder, LOCK_EX) == 0, QStringLiteral("its lock can't be taken"));
+    }
+    ~BusyInstaller() { ::close(m_folder); }
+    BusyInstaller(const BusyInstaller&) = delete;
+    BusyInstaller& operator=(const BusyInstaller&) = delete;
+
+private:
+    int m_folder;
+};
+
+void killInstaller(const TestDevice& device, const Hand& hand) {
+    const BusyInstaller other(device);
+    beginDownload(hand);
+    int installer = -1;
+    waitUntil(
+        [&] {
+            installer = FindTaskByAppName(installerPath);
+            return installer > 0;
+        },
+        QStringLiteral("the installer"));
+    require(::kill(installer, SIGKILL) == 0, QStringLiteral("it had ended before"));
+    acknowledge(hand, "@ThereIsAnIssueWithDownloadingSelectedDictionaries",
+                QStringLiteral("installer-killed"));
 }
 
 } // namespace
 
-void playFailures(TestDevice& device, StepLog& log) {
+void playFailures(TestDevice& device, const Hand& hand, StepLog& log) {
     const auto failing = [&](const QString& what, const std::function<void()>& fail) {
         log.run(what, [&] {
             const DeviceSnapshot before(device);
             fail();
             device.server().resetSwitches();
-            model().refreshData();
             before.requireSameNow(device);
             return QStringLiteral("the device is as it was");
         });
     };
-    const auto withFault = [&device](const char* fault) {
-        return [&device, fault] {
+    const auto withFault = [&](const char* fault) {
+        return [&device, &hand, fault] {
             device.server().setSwitches({{QStringLiteral("package_fault"), QString::fromUtf8(fault)}});
-            failToInstall(DictPMController::InstallPackageError);
+            beginDownload(hand);
+            acknowledge(hand, "@ThereIsAnIssueWithDownloadingSelectedDictionaries",
+                        QStringLiteral("package-") + QString::fromUtf8(fault));
         };
     };
-    failing(QStringLiteral("offline: no catalogue"), [&] { goOffline(device); });
-    failing(QStringLiteral("server slow for too long"), [&] { makeServerSlow(device); });
-    failing(QStringLiteral("cancelled in mid-download"), [&] { cancelInMidDownload(device); });
-    failing(QStringLiteral("no space on the device"), [] {
+    failing(QStringLiteral("offline: no catalogue"), [&] { goOffline(device, hand); });
+    failing(QStringLiteral("server slow for too long"), [&] { makeServerSlow(device, hand); });
+    failing(QStringLiteral("cancelled in mid-download"), [&] { cancelInMidDownload(device, hand); });
+    failing(QStringLiteral("no space on the device"), [&] {
         vellum::state::setSecureFreeBytes(1000);
-        failToInstall(DictPMController::NoSpaceOnSecureStorage);
+        beginDownload(hand);
+        acknowledge(hand, "@InsufficientStorageSpace", QStringLiteral("no-space"));
         vellum::state::setSecureFreeBytes(-1);
     });
     failing(QStringLiteral("damaged package"), withFault("damaged"));
     failing(QStringLiteral("truncated package"), withFault("truncated"));
     failing(QStringLiteral("package that is not what was announced"), withFault("wrong_size"));
     failing(QStringLiteral("hostile package"), withFault("hostile"));
-    failing(QStringLiteral("installer killed"), [] { killInstaller(); });
+    failing(QStringLiteral("installer killed"), [&] { killInstaller(device, hand); });
     device.server().resetSwitches();
     vellum::state::setSecureFreeBytes(-1);
     device.setOnline(true);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "hand.h"
 #include "step_log.h"
 
 namespace tessaly::fixture {
@@ -8,7 +9,7 @@ class TestDevice;
 
 namespace tessaly::tour {
 
-/// Everything that can go wrong with a download, one step each. Each leaves the device as it was.
-void playFailures(fixture::TestDevice& device, StepLog& log);
+/// Downloads that come to nothing: what the user sees of each, and that the device is as it was.
+void playFailures(fixture::TestDevice& device, const Hand& hand, StepLog& log);
 
 } // namespace tessaly::tour

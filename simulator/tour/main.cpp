@@ -1,46 +1,71 @@
-// Plays the whole journey on real parts, without a screen: the product's own classes, the dictionary server,
-// the network agent and the installer as processes, files under a device root.
+// Plays the whole journey on real parts, headless: the interface on the device's screen, used by real fingers
+// and keys, the dictionary server, the network agent and the installer as processes, files under a device
+// root.
 
 #include "failures.h"
 #include "journey.h"
+#include "script_warnings.h"
 #include "simulator/fixture/test_device.h"
 
 #include <base/log_sink.h>
+#include <vellum/clock.h>
 #include <vellum/device_state.h>
 
 #include <QCommandLineParser>
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <cstdio>
 
 using namespace tessaly;
 
 namespace {
 
-void play(fixture::TestDevice& device, tour::StepLog& log) {
-    tour::Journey journey(device, log);
+void play(fixture::TestDevice& device, tour::StepLog& log, const QString& folder, bool touch,
+          int& pictureCount) {
+    vellum::state::setInput(touch ? vellum::state::Input::Touch : vellum::state::Input::Keys);
+    std::unique_ptr<tour::Screen> screen;
+    const QString name = touch ? QStringLiteral("touch") : QStringLiteral("keys");
+    log.run(name + QStringLiteral(": a page is read"), [&] {
+        screen = std::make_unique<tour::Screen>(folder, name, pictureCount);
+        screen->waitFor(tour::text("@ReaderDictionaries"));
+        return QString();
+    });
+    if (!log.allOk())
+        return;
+    const tour::Hand hand(*screen, touch);
+    tour::Journey journey(device, hand, log);
     if (!journey.downloadAndRead())
         return;
-    tour::playFailures(device, log);
+    journey.lookAround();
+    tour::playFailures(device, hand, log);
     journey.deleteAgain();
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    QCoreApplication application(argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    QGuiApplication application(argc, argv);
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Plays the whole journey of a simulated device, step by step."));
     parser.addHelpOption();
-    parser.addPositionalArgument(QStringLiteral("DIR"), QStringLiteral("Folder for tour.json."));
+    parser.addPositionalArgument(QStringLiteral("DIR"),
+                                 QStringLiteral("Folder for tour.json and the pictures."));
     const QCommandLineOption rootOption(QStringLiteral("root"), QStringLiteral("Folder of the device."),
                                         QStringLiteral("ROOT"));
-    parser.addOption(rootOption);
+    const QCommandLineOption inputOption(
+        QStringLiteral("input"), QStringLiteral("touch or keys; both without it."), QStringLiteral("INPUT"));
+    parser.addOptions({rootOption, inputOption});
     parser.process(application);
-    if (!parser.isSet(rootOption) || parser.positionalArguments().size() != 1) {
-        std::fprintf(stderr, "usage: tessaly-tour --root ROOT DIR\n");
+    const QString input = parser.value(inputOption);
+    if (!parser.isSet(rootOption) || parser.positionalArguments().size() != 1 ||
+        !QStringList{QString(), QStringLiteral("touch"), QStringLiteral("keys")}.contains(input)) {
+        std::fprintf(stderr, "usage: tessaly-tour --root ROOT [--input touch|keys] DIR\n");
         return 2;
     }
+    const QString folder = parser.positionalArguments().constFirst();
+    const tour::ScriptWarnings warnings;
     tour::StepLog log;
     std::unique_ptr<fixture::TestDevice> device;
     log.run(QStringLiteral("a device and its dictionary server are there"), [&] {
@@ -51,9 +76,12 @@ int main(int argc, char** argv) {
         log::setLogFile(device->path("/var/log/device.log").toStdString());
         return device->startServer().url();
     });
-    if (log.allOk())
-        play(*device, log);
-    const QString folder = parser.positionalArguments().constFirst();
+    int pictureCount = 0;
+    for (const bool touch : {true, false}) {
+        if (log.allOk() && input != (touch ? QStringLiteral("keys") : QStringLiteral("touch")))
+            play(*device, log, folder, touch, pictureCount);
+    }
+    vellum::clock::wakeAll();
     if (!log.save(folder)) {
         std::fprintf(stderr, "can not write to %s\n", qUtf8Printable(folder));
         return 1;

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+namespace tessaly::tour {
+
+/// The reader's dictionary as the settings have it, or empty.
+std::string currentDictionary();
+/// How many dictionaries there are, each of which opens; StepFailed otherwise.
+int installedDictionaries();
+
+} // namespace tessaly::tour

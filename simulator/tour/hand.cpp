@@ -1,0 +1,112 @@
+#include "hand.h"
+
+#include "step_log.h"
+#include "wait.h"
+
+namespace tessaly::tour {
+
+void Hand::openDictionaries() const {
+    if (m_touch) {
+        m_screen.tap(text("@ReaderDictionaries"));
+    } else {
+        m_screen.moveTo(text("@ReaderDictionaries"), Qt::Key_Up);
+        m_screen.press(Qt::Key_Return);
+    }
+    m_screen.waitFor(text("@SelectDictionary"));
+}
+
+void Hand::enterDownloadMode() const {
+    if (m_touch) {
+        m_screen.tap(text("@AddNewDictionaries"));
+    } else {
+        m_screen.moveTo(text("@AddNewDictionaries"), Qt::Key_Up);
+        m_screen.press(Qt::Key_Return);
+    }
+    m_screen.waitFor(text("@SelectDictionariesToDownload"));
+}
+
+QStringList Hand::mark(int count) const {
+    const QAbstractItemModel& list = m_screen.list();
+    const QHash<int, QByteArray> roles = list.roleNames();
+    // Those that a page in English is best read with come first.
+    const QStringList wellFilled{QStringLiteral("fr"), QStringLiteral("es"), QStringLiteral("it"),
+                                 QStringLiteral("ru")};
+    QStringList titles;
+    for (int row = 0; row < list.rowCount(); ++row) {
+        const auto value = [&](const char* role) {
+            return list.index(row, 0).data(roles.key(role)).toString();
+        };
+        if (value("languageIsoFrom") == u"en" && wellFilled.contains(value("languageIsoTo")))
+            titles.prepend(value("displayTitle"));
+        else
+            titles.append(value("displayTitle"));
+    }
+    require(titles.size() >= count,
+            QStringLiteral("only %1 left to download; --fresh starts over").arg(titles.size()));
+    titles = titles.mid(0, count);
+    for (const QString& title : titles)
+        choose(title);
+    m_screen.waitFor(QStringLiteral("%1 (%2)").arg(text("@Download")).arg(count));
+    return titles;
+}
+
+void Hand::startDownload() const {
+    const QString button = QStringLiteral("%1 (%2)").arg(
+        text("@Download"), m_screen.list().property("selectedCount").toString());
+    if (m_touch) {
+        m_screen.tap(button);
+    } else {
+        m_screen.moveTo(button, Qt::Key_Down);
+        m_screen.press(Qt::Key_Return);
+    }
+    m_screen.waitFor(text("@Cancel"));
+}
+
+void Hand::press(const QString& text) const {
+    if (m_touch) {
+        m_screen.tap(text);
+        return;
+    }
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Left, Qt::Key_Down, Qt::Key_Up}) {
+        if (m_screen.focused().compare(text, Qt::CaseInsensitive) == 0)
+            break;
+        m_screen.press(key);
+    }
+    require(m_screen.focused().compare(text, Qt::CaseInsensitive) == 0,
+            QStringLiteral("the focus is on \"%1\", not on \"%2\"").arg(m_screen.focused(), text));
+    m_screen.press(Qt::Key_Return);
+}
+
+void Hand::choose(const QString& title) const {
+    if (m_touch) {
+        m_screen.scrollTo(title);
+        m_screen.tap(title);
+    } else {
+        m_screen.moveTo(title, Qt::Key_Down);
+        m_screen.press(Qt::Key_Return);
+    }
+}
+
+void Hand::openInformation(const QString& title) const {
+    if (m_touch) {
+        m_screen.scrollTo(title);
+        m_screen.tapBeside(title, text("@Info"));
+        return;
+    }
+    m_screen.moveTo(title, Qt::Key_Down);
+    m_screen.press(Qt::Key_Right);
+    m_screen.press(Qt::Key_Return);
+}
+
+bool Hand::isAtPage() const {
+    return !m_screen.shows(text("@SelectDictionary")) && m_screen.shows(text("@ReaderDictionaries"));
+}
+
+void Hand::leave() const {
+    constexpr int patience = 6;
+    for (int i = 0; i < patience && !isAtPage(); ++i)
+        m_screen.press(Qt::Key_Back);
+    require(isAtPage(), QStringLiteral("Back doesn't lead out"));
+}
+
+} // namespace tessaly::tour

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "screen.h"
+
+namespace tessaly::tour {
+
+/// How this device is used: with a finger, or with keys.
+class Hand {
+public:
+    Hand(Screen& screen, bool touch)
+        : m_screen(screen)
+        , m_touch(touch) {}
+
+    [[nodiscard]] Screen& screen() const { return m_screen; }
+    [[nodiscard]] bool isTouch() const { return m_touch; }
+
+    /// From the page to the list of dictionaries.
+    void openDictionaries() const;
+    /// From the list of the installed ones to those to be had.
+    void enterDownloadMode() const;
+    /// Marks so many dictionaries of a list to be had, one from English first, and returns their titles.
+    [[nodiscard]] QStringList mark(int count) const;
+    /// Presses the button at the list's bottom.
+    void startDownload() const;
+    /// Presses a button of a dialog.
+    void press(const QString& text) const;
+    /// Chooses a row of the list.
+    void choose(const QString& title) const;
+    /// Opens the information on a dictionary of the list.
+    void openInformation(const QString& title) const;
+    /// Leaves the interface, whatever it shows, for the page.
+    void leave() const;
+    [[nodiscard]] bool isAtPage() const;
+
+private:
+    Screen& m_screen;
+    bool m_touch;
+};
+
+} // namespace tessaly::tour

@@ -1,0 +1,200 @@
+#include "journey.h"
+
+#include "device_checks.h"
+#include "simulator/fixture/test_device.h"
+#include "wait.h"
+
+#include <vellum/vellum.h>
+
+#include <QFile>
+#include <QJsonObject>
+#include <QTest>
+
+namespace tessaly::tour {
+
+namespace {
+
+/// Words as long as this are likely to be in a dictionary.
+constexpr qsizetype longWord = 4;
+
+} // namespace
+
+bool Journey::downloadAndRead() {
+    Screen& screen = m_hand.screen();
+    const bool isOpen = m_log.run(QStringLiteral("the list of dictionaries opens over the page"), [&] {
+        screen.picture(QStringLiteral("page"));
+        m_hand.openDictionaries();
+        screen.picture(QStringLiteral("list-before"));
+        return QStringLiteral("%1 installed").arg(installedDictionaries());
+    });
+    const bool isMarked =
+        isOpen && m_log.run(QStringLiteral("the device goes online, two dictionaries are marked"), [&] {
+            m_hand.enterDownloadMode();
+            require(GetNetState() == 2, QStringLiteral("not connected"));
+            screen.picture(QStringLiteral("catalogue"));
+            m_titles = m_hand.mark(2);
+            screen.picture(QStringLiteral("marked"));
+            return m_titles.join(QStringLiteral(", "));
+        });
+    if (!isMarked)
+        return false;
+    m_log.run(QStringLiteral("their package is downloaded and installed"), [&] {
+        download();
+        return QString();
+    });
+    m_log.run(QStringLiteral("the downloaded dictionary is the reader's"), [&] {
+        require(m_hand.isAtPage(), QStringLiteral("the interface is still open"));
+        require(!currentDictionary().empty(), QStringLiteral("none is chosen"));
+        return QString::fromStdString(currentDictionary());
+    });
+    m_log.run(QStringLiteral("one is chosen in the list, then the other"), [&] {
+        m_hand.openDictionaries();
+        screen.picture(QStringLiteral("list"));
+        choose(m_titles.at(1));
+        const std::string second = currentDictionary();
+        m_hand.openDictionaries();
+        choose(m_titles.at(0));
+        require(currentDictionary() != second, QStringLiteral("the reader's dictionary stays the same"));
+        return QString::fromStdString(second + ", " + currentDictionary());
+    });
+    m_log.run(QStringLiteral("a word is looked up in it"), [&] {
+        lookUpWord();
+        return QString();
+    });
+    return true;
+}
+
+void Journey::download() {
+    Screen& screen = m_hand.screen();
+    m_device.server().setSwitches(
+        {{QStringLiteral("bytes_per_second"), 300000}}); // so that there is something to see
+    m_hand.startDownload();
+    waitUntil([&] { return screen.download().property("progress").toInt() > 30; }, QStringLiteral("progress"),
+              60000);
+    screen.picture(QStringLiteral("progress"));
+    screen.waitFor(text("@SuccessfullyDownloaded"), 60000);
+    screen.picture(QStringLiteral("success"));
+    m_device.server().resetSwitches();
+    m_hand.press(text("@OK"));
+    require(installedDictionaries() >= 2, QStringLiteral("they aren't installed"));
+}
+
+void Journey::choose(const QString& title) {
+    m_hand.choose(title);
+    waitUntil([&] { return m_hand.isAtPage(); }, QStringLiteral("the page"));
+}
+
+void Journey::lookUpWord() {
+    Screen& screen = m_hand.screen();
+    const auto isFound = [&] {
+        for (const QQuickItem* const item : screen.texts()) {
+            if (item->property("text").toString().contains(u'·'))
+                return true;
+        }
+        return false;
+    };
+    QStringList words;
+    QList<QPointF> places;
+    for (const QQuickItem* const item : screen.texts()) {
+        if (item->metaObject()->className() == QByteArray("WordText_QMLTYPE") ||
+            item->property("marked").isValid()) {
+            if (item->property("text").toString().size() >= longWord)
+                places << item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
+        }
+    }
+    constexpr int patience = 40;
+    for (int i = 0; i < patience && !isFound(); ++i) {
+        if (m_hand.isTouch()) {
+            require(i < places.size(), QStringLiteral("no word is in it"));
+            screen.tapAt(places.at(i));
+        } else {
+            screen.press(Qt::Key_Return);
+        }
+        if (isFound())
+            break;
+        screen.press(Qt::Key_Back);
+        if (!m_hand.isTouch())
+            screen.press(Qt::Key_Right);
+    }
+    require(isFound(), QStringLiteral("no word is in it"));
+    screen.picture(QStringLiteral("entry"));
+    screen.press(Qt::Key_Back);
+}
+
+void Journey::lookAround() {
+    Screen& screen = m_hand.screen();
+    m_log.run(QStringLiteral("what is known of a dictionary is shown"), [&] {
+        m_hand.openDictionaries();
+        m_hand.openInformation(m_titles.at(0));
+        screen.waitFor(text("@Languages"));
+        screen.picture(QStringLiteral("information"));
+        screen.press(Qt::Key_Back);
+        screen.waitFor(text("@SelectDictionary"));
+        return QString();
+    });
+    m_log.run(QStringLiteral("morphology data of its language are installed"), [&] {
+        m_hand.leave();
+        const QString folder = m_device.path("/mnt/ext1/system/hunspell");
+        for (const char* const file : {"/en.dic", "/en.aff"}) // of an earlier tour
+            QFile::remove(folder + QLatin1String(file));
+        const QString offer =
+            text("@DownloadMorphology").remove(QStringLiteral("%s")).simplified(); // the language isn't named
+        m_hand.openDictionaries();
+        screen.waitFor(offer);
+        screen.picture(QStringLiteral("morphology"));
+        if (m_hand.isTouch()) {
+            screen.tap(offer);
+        } else {
+            screen.moveTo(offer, Qt::Key_Up);
+            screen.press(Qt::Key_Return);
+        }
+        waitUntil([&] { return QFile::exists(folder + QStringLiteral("/en.dic")); },
+                  QStringLiteral("the data"));
+        screen.waitUntilGone(offer);
+        screen.picture(QStringLiteral("morphology-installed"));
+        return QString();
+    });
+    m_log.run(QStringLiteral("Back leads to the page"), [&] {
+        m_hand.leave();
+        return QString();
+    });
+}
+
+void Journey::deleteDictionary(const QString& title) {
+    Screen& screen = m_hand.screen();
+    const int before = installedDictionaries();
+    m_hand.openInformation(title);
+    screen.waitFor(text("@Languages"));
+    const auto askToDelete = [&] {
+        if (m_hand.isTouch()) {
+            screen.tap(text("@Delete"));
+        } else {
+            screen.press(Qt::Key_Right);
+            screen.press(Qt::Key_Return);
+        }
+        screen.waitFor(text("@Yes"));
+    };
+    askToDelete();
+    screen.picture(QStringLiteral("delete"));
+    m_hand.press(text("@No"));
+    require(installedDictionaries() == before, QStringLiteral("it was deleted although the answer was no"));
+    askToDelete();
+    m_hand.press(text("@Yes"));
+    waitUntil([&] { return installedDictionaries() == before - 1; }, QStringLiteral("its file to go"));
+    screen.picture(QStringLiteral("deleted"));
+    screen.waitUntilGone(title);
+    constexpr int messageMs = 3000;
+    QTest::qWait(messageMs); // the message lies over what comes next
+}
+
+void Journey::deleteAgain() {
+    m_log.run(QStringLiteral("both dictionaries are deleted"), [&] {
+        m_hand.openDictionaries();
+        deleteDictionary(m_titles.at(1));
+        deleteDictionary(m_titles.at(0));
+        m_hand.leave();
+        return QString();
+    });
+}
+
+} // namespace tessaly::tour

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "hand.h"
+#include "step_log.h"
+
+namespace tessaly::fixture {
+class TestDevice;
+}
+
+namespace tessaly::tour {
+
+/// A reader with an empty device downloads, chooses, reads about, uses and deletes dictionaries.
+class Journey {
+public:
+    Journey(fixture::TestDevice& device, const Hand& hand, StepLog& log)
+        : m_device(device)
+        , m_hand(hand)
+        , m_log(log) {}
+
+    /// Up to a word looked up in the chosen dictionary. False when there is nothing to go on with.
+    bool downloadAndRead();
+    /// What is known of it, its language's morphology.
+    void lookAround();
+    /// Deletes what was downloaded.
+    void deleteAgain();
+
+private:
+    void download();
+    void choose(const QString& title);
+    void lookUpWord();
+    void deleteDictionary(const QString& title);
+
+    fixture::TestDevice& m_device;
+    const Hand& m_hand;
+    StepLog& m_log;
+    QStringList m_titles;
+};
+
+} // namespace tessaly::tour

@@ -1,0 +1,165 @@
+#include "screen.h"
+
+#include "quick_items.h"
+#include "script_warnings.h"
+#include "step_log.h"
+#include "wait.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QQmlComponent>
+#include <QTest>
+
+extern void qml_register_types_Tessaly_Simulator();
+
+namespace tessaly::tour {
+
+namespace {
+
+constexpr int settleMs = 60;        ///< between an event and what it sets off
+constexpr int pressedShownMs = 220; ///< for which a quick press stays to be seen before it acts
+
+void settle() {
+    QTest::qWait(settleMs);
+    ScriptWarnings::requireNone();
+}
+
+} // namespace
+
+QString text(const char* key) {
+    return QCoreApplication::translate("keys", key);
+}
+
+Screen::Screen(const QString& folder, const QString& name, int& pictureCount)
+    : m_folder(folder)
+    , m_name(name)
+    , m_pictureCount(pictureCount) {
+    qml_register_types_Tessaly_Simulator();
+    m_engine.addImportPath(QStringLiteral(TESSALY_QML_DIR));
+    QQmlComponent component(&m_engine, QUrl(QStringLiteral("qrc:/Tessaly/Simulator/qml/DeviceScreen.qml")));
+    m_screen.reset(qobject_cast<QQuickItem*>(component.create()));
+    tour::require(m_screen != nullptr, component.errorString());
+    m_screen->setParentItem(m_window.contentItem());
+    m_window.resize(m_screen->size().toSize());
+    m_window.show();
+    tour::require(QTest::qWaitForWindowActive(&m_window), QStringLiteral("the window isn't active"));
+    m_screen->forceActiveFocus();
+    settle();
+}
+
+Screen::~Screen() = default;
+
+void Screen::picture(const QString& what) {
+    if (m_folder.isEmpty())
+        return;
+    settle();
+    const QString file =
+        QStringLiteral("%1/%2-%3-%4.png")
+            .arg(m_folder, QString::number(++m_pictureCount).rightJustified(2, u'0'), m_name, what);
+    tour::require(QDir().mkpath(m_folder) && m_window.grabWindow().save(file),
+                  QStringLiteral("can not save ") + file);
+}
+
+QList<QQuickItem*> Screen::texts() const {
+    QList<QQuickItem*> items;
+    collectTexts(*m_window.contentItem(), items);
+    return items;
+}
+
+QQuickItem* Screen::find(const QString& text, const QQuickItem* beside) const {
+    QQuickItem* found = nullptr;
+    for (QQuickItem* const item : texts()) {
+        if (textOf(*item).compare(text, Qt::CaseInsensitive) != 0 ||
+            (beside != nullptr && !areInOneRow(*item, *beside)))
+            continue;
+        if (found == nullptr || isButton(*item) ||
+            !isButton(*found)) // the front one, a button if there is one
+            found = item;
+    }
+    return found;
+}
+
+QQuickItem* Screen::require(const QString& text, const QQuickItem* beside) const {
+    QQuickItem* const item = find(text, beside);
+    tour::require(item != nullptr, QStringLiteral("\"%1\" isn't to be seen").arg(text));
+    return item;
+}
+
+void Screen::waitFor(const QString& text, int timeoutMs) {
+    waitUntil([&] { return shows(text); }, QStringLiteral("\"%1\"").arg(text), timeoutMs);
+    settle();
+}
+
+void Screen::waitUntilGone(const QString& text, int timeoutMs) {
+    waitUntil([&] { return !shows(text); }, QStringLiteral("\"%1\" to go").arg(text), timeoutMs);
+    settle();
+}
+
+void Screen::tap(const QQuickItem& item) {
+    tapAt(centreOf(item));
+}
+
+void Screen::tapAt(const QPointF& place) {
+    constexpr int fingerMs = 120; // longer than a list takes to tell a press from a stroke
+    QTest::mousePress(&m_window, Qt::LeftButton, {}, place.toPoint());
+    QTest::qWait(fingerMs);
+    QTest::mouseRelease(&m_window, Qt::LeftButton, {}, place.toPoint());
+    QTest::qWait(pressedShownMs);
+    settle();
+}
+
+void Screen::tap(const QString& text) {
+    tap(*require(text));
+}
+
+void Screen::tapBeside(const QString& rowText, const QString& text) {
+    tap(*require(text, require(rowText)));
+}
+
+void Screen::press(Qt::Key key, int times) {
+    for (int i = 0; i < times; ++i) {
+        QTest::keyClick(&m_window, key);
+        settle();
+    }
+}
+
+QString Screen::focused() const {
+    const QQuickItem* item = m_window.activeFocusItem();
+    while (item != nullptr && textOf(*item).isEmpty())
+        item = item->parentItem();
+    return item != nullptr ? textOf(*item) : QString();
+}
+
+void Screen::moveTo(const QString& text, Qt::Key key) {
+    constexpr int patience = 200;
+    for (int i = 0; i < patience && focused().compare(text, Qt::CaseInsensitive) != 0; ++i)
+        press(key);
+    tour::require(focused().compare(text, Qt::CaseInsensitive) == 0,
+                  QStringLiteral("the focus doesn't reach \"%1\", it is on \"%2\"").arg(text, focused()));
+}
+
+void Screen::scrollTo(const QString& text) {
+    constexpr int patience = 100;
+    for (int i = 0; i < patience && !shows(text); ++i)
+        press(Qt::Key_PageDown);
+    for (int i = 0; i < patience && !shows(text); ++i)
+        press(Qt::Key_PageUp);
+    (void)require(text);
+}
+
+QObject* Screen::singleton(const char* name) const {
+    const int type = qmlTypeId("com.tessaly.dictionaries", 1, 0, name);
+    auto* const object = const_cast<QQmlEngine&>(m_engine).singletonInstance<QObject*>(type);
+    tour::require(object != nullptr, QStringLiteral("no %1").arg(QLatin1String(name)));
+    return object;
+}
+
+QAbstractItemModel& Screen::list() const {
+    return *qobject_cast<QAbstractItemModel*>(singleton("DictionariesListModel"));
+}
+
+QObject& Screen::download() const {
+    return *singleton("DictPMController");
+}
+
+} // namespace tessaly::tour
