@@ -127,7 +127,6 @@ FocusScope {
                     id: select_to_download_button
                     visible: wrapper.downloadMode
                     enabled: !wrapper.installed
-                    focusPolicy: Qt.NoFocus
                     image: Global.getNormalImage("checkbox_square_" + (wrapper.selectedToDownload ? "on" : "off"))
                     pressedImage: Global.getNormalImage("checkbox_square_on_inv")
                     disabledImage: Global.getNormalImage("checkbox_square_on_disabled")
@@ -186,7 +185,6 @@ FocusScope {
 
                 anchors.verticalCenter: parent.verticalCenter
                 focus: wrapper.isInfoFocused
-                focusPolicy: Qt.NoFocus
                 image: Global.getNormalImage("info")
                 pressedImage: "image://resource_inv_circle/info"
                 text: qsTr("@Info")

@@ -17,6 +17,5 @@ ListView {
     highlightMoveDuration: 0
     highlightMoveVelocity: 0
     highlightResizeDuration: 0
-    activeFocusOnTab: true
     Accessible.role: Accessible.List
 }

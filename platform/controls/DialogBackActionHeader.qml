@@ -20,7 +20,6 @@ FocusScope {
     signal action()
 
     implicitHeight: GlobalValues.dialogHeaderHeight
-    activeFocusOnTab: true
 
     // Only one of the two may be there.
     onActiveFocusChanged: {

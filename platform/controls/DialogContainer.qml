@@ -40,7 +40,7 @@ FocusScope {
             const child = item.children[i]
             if (!child.visible || !child.enabled || child.focusable === false)
                 continue
-            const found = child.activeFocusOnTab ? child : firstFocusable(child)
+            const found = child.focusable ? child : firstFocusable(child)
             if (found)
                 return found
         }

@@ -8,13 +8,13 @@ FocusScope {
     property string cancelTitle
     property bool canApply: true
     property bool canCancel: true
+    readonly property bool focusable: true
 
     signal apply()
     signal cancel()
 
     width: parent ? parent.width : implicitWidth
     implicitHeight: GlobalValues.dialogBottomButtonsHeight
-    activeFocusOnTab: true
 
     Rectangle {
         width: parent.width

@@ -13,11 +13,11 @@ FocusScope {
     property real pageStep: (to - from) / 10
     property PropertyProxy proxy: null
     readonly property real value: proxy && proxy.value !== undefined ? proxy.value : from
+    readonly property bool focusable: shouldBeVisible
     readonly property bool shouldBeVisible: !DeviceInfoProvider.touch && to > from
 
     implicitWidth: Global.mm(2.5)
     implicitHeight: Global.mm(40)
-    activeFocusOnTab: true
 
     function moveTo(value: real): bool {
         const bounded = Math.max(from, Math.min(value, to))

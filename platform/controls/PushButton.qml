@@ -8,10 +8,11 @@ T.AbstractButton {
 
     readonly property bool held: enabled && (down || enterHeld)
     property bool enterHeld: false
+    // Whether a dialog may begin with it.
+    readonly property bool focusable: true
 
     implicitWidth: Math.max(GlobalValues.touchTarget, implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: Math.max(GlobalValues.touchTarget, implicitContentHeight + topPadding + bottomPadding)
-    focusPolicy: Qt.TabFocus // a touch leaves the focus where it is
 
     Accessible.role: Accessible.Button
     Accessible.name: text

@@ -77,12 +77,18 @@ void Hand::press(const QString& text) const {
     m_screen.press(Qt::Key_Return);
 }
 
+void Hand::moveToRow(const QString& title) const {
+    if (m_screen.focused() == text("@Info")) // the column that was used last
+        m_screen.press(Qt::Key_Left);
+    m_screen.moveTo(title, Qt::Key_Down);
+}
+
 void Hand::choose(const QString& title) const {
     if (m_touch) {
         m_screen.scrollTo(title);
         m_screen.tap(title);
     } else {
-        m_screen.moveTo(title, Qt::Key_Down);
+        moveToRow(title);
         m_screen.press(Qt::Key_Return);
     }
 }
@@ -93,7 +99,7 @@ void Hand::openInformation(const QString& title) const {
         m_screen.tapBeside(title, text("@Info"));
         return;
     }
-    m_screen.moveTo(title, Qt::Key_Down);
+    moveToRow(title);
     m_screen.press(Qt::Key_Right);
     m_screen.press(Qt::Key_Return);
 }

@@ -33,6 +33,8 @@ public:
     [[nodiscard]] bool isAtPage() const;
 
 private:
+    void moveToRow(const QString& title) const;
+
     Screen& m_screen;
     bool m_touch;
 };

@@ -1,6 +1,7 @@
 #include "journey.h"
 
 #include "device_checks.h"
+#include "quick_items.h"
 #include "simulator/fixture/test_device.h"
 #include "wait.h"
 
@@ -9,6 +10,7 @@
 #include <QFile>
 #include <QJsonObject>
 #include <QTest>
+#include <algorithm>
 
 namespace tessaly::tour {
 
@@ -86,39 +88,34 @@ void Journey::choose(const QString& title) {
 
 void Journey::lookUpWord() {
     Screen& screen = m_hand.screen();
-    const auto isFound = [&] {
-        for (const QQuickItem* const item : screen.texts()) {
-            if (item->property("text").toString().contains(u'·'))
-                return true;
-        }
-        return false;
+    // The entry is headed by the dictionary's name, which the page bears at its foot anyway.
+    const auto namesOfDictionary = [&] {
+        const QString name = QString::fromStdString(currentDictionary());
+        const auto items = screen.texts();
+        return std::count_if(items.begin(), items.end(),
+                             [&](const auto* item) { return textOf(*item) == name; });
     };
-    QStringList words;
-    QList<QPointF> places;
+    const auto onPage = namesOfDictionary();
+    QList<QPointF> words;
     for (const QQuickItem* const item : screen.texts()) {
-        if (item->metaObject()->className() == QByteArray("WordText_QMLTYPE") ||
-            item->property("marked").isValid()) {
-            if (item->property("text").toString().size() >= longWord)
-                places << item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
-        }
+        if (item->property("marked").isValid() && textOf(*item).size() >= longWord)
+            words << centreOf(*item);
     }
-    constexpr int patience = 40;
-    for (int i = 0; i < patience && !isFound(); ++i) {
-        if (m_hand.isTouch()) {
-            require(i < places.size(), QStringLiteral("no word is in it"));
-            screen.tapAt(places.at(i));
-        } else {
+    for (const QPointF& word : words) {
+        if (m_hand.isTouch())
+            screen.tapAt(word);
+        else
             screen.press(Qt::Key_Return);
+        if (namesOfDictionary() > onPage) {
+            screen.picture(QStringLiteral("entry"));
+            screen.press(Qt::Key_Back);
+            return;
         }
-        if (isFound())
-            break;
         screen.press(Qt::Key_Back);
         if (!m_hand.isTouch())
             screen.press(Qt::Key_Right);
     }
-    require(isFound(), QStringLiteral("no word is in it"));
-    screen.picture(QStringLiteral("entry"));
-    screen.press(Qt::Key_Back);
+    throw StepFailed(QStringLiteral("no word of the page is in it"));
 }
 
 void Journey::lookAround() {

@@ -10,6 +10,7 @@
 #include <QQuickItem>
 #include <QQuickItemGrabResult>
 #include <QTest>
+#include <vellum/device_state.h>
 #include <vellum/vellum.h>
 
 using namespace tessaly;
@@ -24,6 +25,7 @@ class ReadingTest : public QObject {
     std::unique_ptr<DeviceSwitches> m_switches;
     std::unique_ptr<QQmlApplicationEngine> m_engine;
     QQuickWindow* m_window = nullptr;
+    int m_powerCuts = 0;
 
     static void choose(const QString& dictionary) {
         vl_config* const settings = OpenConfig("/mnt/ext1/system/config/global.cfg", 1);
@@ -91,7 +93,7 @@ private Q_SLOTS:
                             dictionaryPath(u"English-French"_qs)));
         QFile broken(dictionaryPath(u"Broken"_qs));
         QVERIFY(broken.open(QIODevice::WriteOnly) && broken.write(QByteArray(5000, 'x')) == 5000);
-        m_switches = std::make_unique<DeviceSwitches>(m_device, [] {});
+        m_switches = std::make_unique<DeviceSwitches>(m_device, [this] { ++m_powerCuts; });
     }
     void init() {
         choose(u"English-French"_qs);
@@ -168,6 +170,14 @@ private Q_SLOTS:
         picture(profile + u"-entry"_qs);
         press({Qt::Key_Escape});
         QTRY_VERIFY(!shown(u"single /"_qs));
+        tap(shown(u"on"_qs)); // has a long entry
+        QTRY_VERIFY(shown(u"on /"_qs));
+        picture(profile + u"-long-entry"_qs);
+        const QQuickItem* const text = shown(u"on /"_qs);
+        const qreal top = text->mapToScene({}).y();
+        press({Qt::Key_PageDown});
+        QTRY_VERIFY(text->mapToScene({}).y() < top);
+        press({Qt::Key_Escape});
         tap(shown(u"›"_qs));
         QTRY_VERIFY(shown(u"Page 2 of"_qs));
         tap(shown(u"Pride and"_qs));
@@ -187,9 +197,10 @@ private Q_SLOTS:
         press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Right,
                Qt::Key_Return}); // the title, the author, "is a truth"
         picture(u"6-keys-entry"_qs);
-        QTRY_VERIFY(shown(u"truth /"_qs));
-        press({Qt::Key_Escape, Qt::Key_PageDown});
-        QTRY_VERIFY(!shown(u"truth /"_qs) && shown(u"Page 2 of"_qs));
+        QTRY_VERIFY(shown(u"This dictionary has no entry for “truth”."_qs));
+        press({Qt::Key_Escape});
+        tap(shown(u"Page +"_qs, m_window->contentItem()));
+        QTRY_VERIFY(!shown(u"This dictionary"_qs) && shown(u"Page 2 of"_qs));
         press({Qt::Key_Left}); // before the page's first word is the last of the page before
         QTRY_VERIFY(shown(u"Page 1 of"_qs));
         press({Qt::Key_PageDown, Qt::Key_Up, Qt::Key_Left, Qt::Key_Return});
@@ -209,6 +220,38 @@ private Q_SLOTS:
         QTRY_VERIFY(!screen()->property("dictionariesOpen").toBool());
         press({Qt::Key_Down, Qt::Key_PageDown}); // the page has the focus
         QTRY_VERIFY(shown(u"Page 2 of"_qs));
+    }
+
+    void switches() {
+        namespace state = vellum::state;
+        open(u"6-touch"_qs);
+        QQuickItem* const panel = m_window->contentItem()->childItems().constLast();
+        const auto press = [this, panel](const char* text) { tap(shown(QString::fromLatin1(text), panel)); };
+        press("Network in reach");
+        QVERIFY(!state::isNetworkReachable());
+        press("20 s");
+        QCOMPARE(state::connectDelayMs(), 20000);
+        press("Storage full");
+        QVERIFY(state::secureFreeBytes() >= 0);
+        press("Debug mode");
+        QVERIFY(state::isDebugMode());
+        press("Runs");
+        QCOMPARE(m_device.server().status().value(u"switches")[u"delay_ms"].toInt(-1), 0);
+        press("Slow");
+        QVERIFY(m_device.server().status().value(u"switches")[u"delay_ms"].toInt() > 0);
+        press("de");
+        QTRY_VERIFY(shown(u"Wörterbücher"_qs));
+        press("Kill the installer");
+        QVERIFY(shown(u"No installer is running."_qs, panel));
+        press("Lose power");
+        QCOMPARE(m_powerCuts, 1);
+        press("6 inch, keys only");
+        QTRY_VERIFY(shown(u"Back"_qs, m_window->contentItem()) && !shown(u"›"_qs));
+        for (const char* const text : {"Network in reach", "Storage full", "Debug mode", "Slow", "Runs"})
+            press(text);
+        QVERIFY(state::isNetworkReachable() && state::secureFreeBytes() < 0 && !state::isDebugMode());
+        state::setNetState(2); // by another process
+        QTRY_VERIFY(shown(u"The device is connected."_qs, panel));
     }
 
     void messages_data() {

@@ -1,0 +1,53 @@
+import QtQuick
+import Tessaly.Simulator
+
+// The device as one holds it: the screen, fitted into the room there is, and on a device with keys its buttons beneath.
+FocusScope {
+    id: body
+
+    property bool touch: true
+    readonly property real rim: 28
+    readonly property real keysHeight: touch ? 0 : keys.height + rim / 2
+    // At the screen's own size.
+    readonly property real fullWidth: screen.width + 4 * rim
+    readonly property real fullHeight: screen.height + 4 * rim + keysHeight
+    readonly property real factor: Math.max(0.05, Math.min((width - 4 * rim) / screen.width,
+                                                           (height - 4 * rim - keysHeight) / screen.height))
+
+    function endWork() {
+        screen.endWork()
+    }
+
+    Rectangle {
+        id: casing
+        anchors.centerIn: parent
+        width: Math.max(place.width, body.touch ? 0 : keys.width) + 2 * body.rim
+        height: place.height + 2 * body.rim + body.keysHeight
+        radius: body.rim * 0.8
+        color: "#4a4a4a"
+        border.color: "#2c2c2c"
+
+        Rectangle {
+            id: place
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: body.rim
+            width: Math.floor(screen.width * body.factor)
+            height: Math.floor(screen.height * body.factor)
+
+            DeviceScreen {
+                id: screen
+                objectName: "deviceScreen"
+                focus: true
+                scale: body.factor
+                transformOrigin: Item.TopLeft
+            }
+        }
+        KeyPad {
+            id: keys
+            anchors.horizontalCenter: parent.horizontalCenter
+            anchors.top: place.bottom
+            anchors.topMargin: body.rim / 2
+            visible: !body.touch
+        }
+    }
+}

@@ -1,0 +1,84 @@
+#include "word_lookup.h"
+
+#include "word.h"
+
+#include <base/device_root.h>
+#include <dictionaries/dictionary_file.h>
+#include <dictionaries/vl_api.h>
+#include <utilities/cfg_wrapper.h>
+
+namespace tessaly::simulator {
+
+namespace {
+
+constexpr auto settingsFolder = "/mnt/ext1/system/config";
+constexpr auto settingsFile = "/mnt/ext1/system/config/global.cfg";
+constexpr auto dictionaryKey = "dictionary";
+
+QString textOf(const std::vector<dictionary::Entry>& entries) {
+    QStringList texts;
+    for (const dictionary::Entry& entry : entries) {
+        const QString text = QString::fromStdString(entry.definition).trimmed();
+        if (!texts.contains(text))
+            texts << text;
+    }
+    return texts.join(QStringLiteral("\n\n"));
+}
+
+} // namespace
+
+WordLookup::WordLookup(QObject* parent)
+    : QObject(parent) {
+    readSetting();
+    // The file is replaced when it changes, so its folder is what can be watched.
+    m_watcher.addPath(QString::fromStdString(base::hostPath(settingsFolder)));
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, &WordLookup::readSetting);
+}
+
+void WordLookup::readSetting() {
+    const utilities::CfgWrapper settings(settingsFile, 0);
+    const QString name =
+        QString::fromStdString(settings.readIfExists<std::string>(dictionaryKey).value_or(""));
+    if (name == m_dictionary)
+        return;
+    m_dictionary = name;
+    Q_EMIT dictionaryChanged();
+}
+
+void WordLookup::lookUp(const QString& text) {
+    const QStringList forms = lookupForms(text);
+    if (forms.isEmpty())
+        return;
+    readSetting();
+    m_word = forms.constFirst();
+    m_entry.clear();
+    m_outcome = find(forms);
+    Q_EMIT looked();
+}
+
+WordLookup::Outcome WordLookup::find(const QStringList& forms) {
+    if (m_dictionary.isEmpty())
+        return NoDictionary;
+    const vl_api::DictionariesBimap installed = vl_api::enumDictionaries();
+    const std::string name = m_dictionary.toStdString();
+    const vl_api::Dictionary* found = installed.findByName(name);
+    if (!found)
+        found = installed.findByFileName(name);
+    if (!found)
+        return DictionaryMissing;
+    // Opened for each word: it may be replaced or deleted at any time.
+    const auto file = dictionary::open(found->absolutePath());
+    if (file.isLeft())
+        return DictionaryBroken;
+    for (const QString& form : forms) {
+        const auto entries = file.getRight().lookup(form.toStdString());
+        if (entries.empty())
+            continue;
+        m_word = form;
+        m_entry = textOf(entries);
+        return Found;
+    }
+    return NoEntry;
+}
+
+} // namespace tessaly::simulator
