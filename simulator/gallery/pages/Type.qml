@@ -22,7 +22,7 @@ Page {
             fontStyle: modelData.style
             wrapMode: Text.Wrap
             text: modelData.name + ": " + qsTr("@NoInformationAboutDictionary")
-                  + " ⇾ → “ä” «ß» Ωμέγα, ёлка, ŝ, ẹ̀kọ́, 日本語, עברית"
+                  + " ⇾ → “ä” «ß» Ωμέγα, ёлка, ŝ, ẹ̀kọ́, עברית"
         }
     }
     StyledText {
