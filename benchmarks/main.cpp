@@ -4,6 +4,7 @@
 #include "download_benchmark.h"
 #include "grouping_benchmark.h"
 #include "install_benchmark.h"
+#include "interface_benchmark.h"
 #include "measurement.h"
 #include "refresh_benchmark.h"
 
@@ -40,6 +41,9 @@ constexpr Benchmark benchmarks[] = {
     {"group-10k-sorted-proxy", measureGroup10kSortedProxy, 0.6},
     {"group-100k", measureGroup100k, 1.5, true, "group-10k"},
     {"proxy-data", measureProxyData, 2},
+    {"first-frame", measureFirstFrame, 4},
+    {"page-scroll", measurePageScroll, 3},
+    {"memory", measureMemory, 2},
 };
 
 /// The bound that holds, given the ratios measured before; 0 if there is nothing to compare with.

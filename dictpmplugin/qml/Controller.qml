@@ -52,7 +52,8 @@ Item {
         focusTopScreen()
     }
     Keys.onPressed: event => {
-        if (event.key !== Qt.Key_Back && event.key !== Qt.Key_Backspace && event.key !== Qt.Key_Escape)
+        const leaves = [Qt.Key_Back, Qt.Key_Backspace, Qt.Key_PageUp, Qt.Key_Escape].includes(event.key)
+        if (!leaves || !wrapper.activeFocus) // a screen sees to its keys itself
             return
         event.accepted = true
         wrapper.close()
@@ -137,6 +138,7 @@ Item {
             }
         }
         function onApply() {
+            // Nothing here needs the count and the title; which calls come, and in which order, is agreed on.
             const count = DictionariesListModel.selectedCount
             const i = DictionariesListModel.findFirstSelectedToDownload()
             const serverId = DictionariesListModel.idPair(i).serverId

@@ -92,6 +92,10 @@ DialogContainer {
     Connections {
         target: DictionariesListModel
 
+        // The list's first row may be a header without a tile.
+        function onModelReset() {
+            Qt.callLater(list.settleFocus) // qmllint disable
+        }
         function onModelRefreshed() {
             download_btn.countMarked()
             list.visible = true
@@ -236,7 +240,7 @@ DialogContainer {
 
             onFlickStarted: DeviceInfoProvider.enterA2onFlickForItem(list)
             onActiveFocusChanged: {
-                if (!activeFocus)
+                if (!activeFocus || DeviceInfoProvider.touch) // a finger chooses the row itself
                     return
                 if (lastFocusedItem === header)
                     listBehaviour.activeFocusIndex = 0
@@ -306,10 +310,12 @@ DialogContainer {
                                 row.abortPress()
                             }
                         }
-                        StyledText {
-                            visible: DebugInfo.debugEnabled
-                            font.pointSize: 4
-                            text: row.model.languageFromPair ?? ''
+                        Loader {
+                            active: DebugInfo.debugEnabled
+                            sourceComponent: StyledText {
+                                font.pointSize: 4
+                                text: row.model.languageFromPair ?? ''
+                            }
                         }
                     }
                 }
@@ -396,7 +402,9 @@ DialogContainer {
                     list.lastFocusedItem = download_btn
             }
             KeyNavigation.up: list.count > 0 ? list : header.focusable ? header : null
-            Keys.onDownPressed: {
+            Keys.onDownPressed: event => {
+                if (event.isAutoRepeat) // of the key that is held to come here from the list
+                    return
                 if (header.backwardAvailable && header.focusable) {
                     header.forceActiveFocus()
                 } else if (list.count > 0) {

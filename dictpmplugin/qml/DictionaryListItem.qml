@@ -48,6 +48,14 @@ FocusScope {
     implicitHeight: Math.max(Math.round(info_column.height), GlobalValues.listElementHeight)
     Accessible.role: Accessible.ListItem
     Accessible.name: title
+    Accessible.selectable: !downloadMode
+    Accessible.selected: selected
+    Accessible.onPressAction: {
+        if (wrapper.downloadMode)
+            return
+        wrapper.pressed()
+        wrapper.clicked()
+    }
 
     DelayedMouseArea {
         id: mainMouseArea
@@ -123,16 +131,24 @@ FocusScope {
                                                  : Global.getNormalImage("radiobtn")
                     }
                 }
-                BitmapButton {
-                    id: select_to_download_button
-                    visible: wrapper.downloadMode
-                    enabled: !wrapper.installed
-                    image: Global.getNormalImage("checkbox_square_" + (wrapper.selectedToDownload ? "on" : "off"))
-                    pressedImage: Global.getNormalImage("checkbox_square_on_inv")
-                    disabledImage: Global.getNormalImage("checkbox_square_on_disabled")
-                    text: wrapper.title
-                    onClicked: wrapper.toggleSelection()
+                // Only rows to download have one: a button takes long to make.
+                // qmllint disable unqualified
+                Loader {
+                    active: wrapper.downloadMode
+                    visible: active
+                    sourceComponent: BitmapButton {
+                        enabled: !wrapper.installed
+                        image: Global.getNormalImage("checkbox_square_" + (wrapper.selectedToDownload ? "on" : "off"))
+                        pressedImage: Global.getNormalImage("checkbox_square_on_inv")
+                        disabledImage: Global.getNormalImage("checkbox_square_on_disabled")
+                        text: wrapper.title
+                        Accessible.role: Accessible.CheckBox
+                        Accessible.checkable: true
+                        Accessible.checked: wrapper.selectedToDownload
+                        onClicked: wrapper.toggleSelection()
+                    }
                 }
+                // qmllint enable unqualified
             }
             Rectangle {
                 anchors.left: marks.right

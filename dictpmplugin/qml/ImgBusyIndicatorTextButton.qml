@@ -18,7 +18,7 @@ Rectangle {
 
     signal action()
 
-    implicitWidth: caption.implicitWidth + icon_place.width + caption.anchors.leftMargin
+    implicitWidth: caption.implicitWidth + icon_place.width
     implicitHeight: Global.pixelsFromDesign(125)
     clip: true
     state: "Normal"
@@ -193,9 +193,9 @@ Rectangle {
         StyledText {
             id: caption
             anchors.left: icon_place.right
-            anchors.leftMargin: Global.pixelsFromDesign(12)
             anchors.verticalCenter: parent.verticalCenter
-            width: Math.min(implicitWidth, wrapper.width - x)
+            leftPadding: Global.pixelsFromDesign(12)
+            width: Math.min(implicitWidth, wrapper.width - icon_place.width)
             fontStyle: FontStyles.Heading5
             elide: Text.ElideRight
         }

@@ -15,6 +15,7 @@ FocusScope {
 
     width: parent ? parent.width : implicitWidth
     implicitHeight: GlobalValues.dialogBottomButtonsHeight
+    onVisibleChanged: if (visible) cancelButton.focus = true // each question begins with the harmless answer
 
     Rectangle {
         width: parent.width

@@ -31,6 +31,10 @@ QtObject {
     // A message that must be acknowledged, one with an icon, takes the focus.
     function openInfoMessageLoader(loader, text, icon, milliseconds) {
         loader.visible = true
+        if (!loader.item) { // its screen isn't shown: nobody would read the message
+            loader.visible = false
+            return
+        }
         loader.item.showFor(text, icon, milliseconds)
         if (icon)
             loader.item.forceActiveFocus()
@@ -71,9 +75,7 @@ QtObject {
         const bottom = before + list.height
         const row = list.indexAt(list.width / 2, bottom - 1)
         const item = list.itemAtIndex(row)
-        if (!item)
-            return scrollFlickablePageDown(list)
-        if (item.y <= before)
+        if (!item || item.y <= before)
             return scrollFlickablePageDown(list)
         list.positionViewAtIndex(item.y + item.height <= bottom ? Math.min(row + 1, list.count - 1) : row,
                                  ListView.Beginning)

@@ -34,7 +34,8 @@ FocusScope {
     }
 
     anchors.fill: parent
-    onVisibleChanged: if (!visible) autohide.stop()
+    // One that went with its screen has its time anew when that comes back.
+    onVisibleChanged: visible ? autohide.restart() : autohide.stop()
 
     Accessible.role: Accessible.AlertMessage
     Accessible.name: text

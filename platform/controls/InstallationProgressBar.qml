@@ -9,7 +9,7 @@ Item {
     property Item leftItem: null
     property real rightMargin: Global.mm(2)
 
-    implicitHeight: Math.max(GlobalValues.listElementHeight, leftItem ? leftItem.implicitHeight : 0,
+    implicitHeight: Math.max(GlobalValues.listElementHeight, leftPlace.height,
                              column.implicitHeight + 2 * Global.mm(1.5))
 
     onLeftItemChanged: if (leftItem) leftItem.parent = leftPlace

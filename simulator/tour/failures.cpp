@@ -73,7 +73,7 @@ void makeServerSlow(TestDevice& device, const Hand& hand) {
     };
     waitUntil([&] { return error() == lastQueryNotYetProcessed; }, QStringLiteral("the download's end"),
               60000);
-    vellum::clock::setSpeed(1);
+    vellum::clock::setSpeed(clockSpeed);
     require(progress(hand) == 0, QStringLiteral("progress %1").arg(progress(hand)));
     hand.screen().picture(QStringLiteral("server-slow"));
     hand.press(text("@Cancel"));

@@ -6,6 +6,7 @@
 #include "journey.h"
 #include "script_warnings.h"
 #include "simulator/fixture/test_device.h"
+#include "wait.h"
 
 #include <base/log_sink.h>
 #include <vellum/clock.h>
@@ -74,6 +75,7 @@ int main(int argc, char** argv) {
         vellum::state::setNetworkReachable(true);
         vellum::state::setSecureFreeBytes(-1);
         log::setLogFile(device->path("/var/log/device.log").toStdString());
+        vellum::clock::setSpeed(tour::clockSpeed);
         return device->startServer().url();
     });
     int pictureCount = 0;

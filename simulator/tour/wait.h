@@ -9,4 +9,7 @@ namespace tessaly::tour {
 /// `timeoutMs`.
 void waitUntil(const std::function<bool()>& holds, const QString& what, int timeoutMs = 30000);
 
+/// How much faster than on a device the product's waits for server and installer pass: nobody watches.
+constexpr double clockSpeed = 4;
+
 } // namespace tessaly::tour

@@ -10,8 +10,7 @@ namespace tessaly::simulator {
 QString bareWord(const QString& text);
 
 /// What to look up for a word of a text, the likeliest first: the word itself, then its parts at an
-/// apostrophe
-/// ("l'étoile") and at hyphens.
+/// apostrophe ("l'étoile") and at hyphens.
 QStringList lookupForms(const QString& text);
 
 } // namespace tessaly::simulator

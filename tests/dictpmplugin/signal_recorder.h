@@ -3,18 +3,42 @@
 #include <QMetaMethod>
 #include <QObject>
 #include <QStringList>
+#include <QVariant>
+#include <utility>
 #include <vector>
 
 /// Writes down every signal of an object's own classes (QObject's apart) as "name(arguments)", in the order
 /// in which the recorder's thread hears of them: those of other threads arrive queued.
 class SignalRecorder : public QObject {
 public:
-    explicit SignalRecorder(QObject* sender);
+    explicit SignalRecorder(QObject* sender) {
+        const QMetaObject& type = *sender->metaObject();
+        for (int i = QObject::staticMetaObject.methodCount(); i < type.methodCount(); ++i) {
+            const QMetaMethod method = type.method(i);
+            const bool isWhole = !(method.attributes() & QMetaMethod::Cloned); // no arguments left out
+            if (method.methodType() != QMetaMethod::Signal || !isWhole)
+                continue;
+            // The slots are numbers after those of QObject, which qt_metacall below takes.
+            QMetaObject::connect(sender, i, this,
+                                 QObject::staticMetaObject.methodCount() + int(m_signals.size()));
+            m_signals.push_back(method);
+        }
+    }
 
-    /// What was recorded since the last call; without the signals whose names are in `left`.
-    QStringList take(const QStringList& left = {});
+    /// What was recorded since the last call.
+    QStringList take() { return std::exchange(m_recorded, {}); }
 
-    int qt_metacall(QMetaObject::Call call, int id, void** arguments) override;
+    int qt_metacall(QMetaObject::Call call, int id, void** arguments) override {
+        id = QObject::qt_metacall(call, id, arguments);
+        if (id < 0 || call != QMetaObject::InvokeMetaMethod)
+            return id;
+        const QMetaMethod& method = m_signals.at(std::size_t(id));
+        QStringList texts;
+        for (int i = 0; i < method.parameterCount(); ++i)
+            texts << QVariant(method.parameterMetaType(i), arguments[i + 1]).toString();
+        m_recorded << QString::fromUtf8(method.name()) + u'(' + texts.join(u", ") + u')';
+        return -1;
+    }
 
 private:
     std::vector<QMetaMethod> m_signals;

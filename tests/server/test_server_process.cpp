@@ -1,185 +1,178 @@
-#include "server_process.h"
+#include "server.h"
 
-#include <QDir>
+#include <tests/support/files.h>
+
 #include <QElapsedTimer>
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
 #include <QTcpServer>
-#include <QTcpSocket>
 #include <QTest>
 
-#include <csignal>
+namespace {
+
+const QString program = QStringLiteral(SERVER_PROGRAM);
+
+/// Record numbers by file name.
+QMap<QString, int> numbers(Server& server) {
+    QMap<QString, int> result;
+    for (const QJsonValueConstRef record : server.catalogue())
+        result[record[u"file"].toString()] = record[u"id"].toInt();
+    return result;
+}
+
+/// The exit status of a start that has to fail, and says why.
+int failedStart(const QStringList& arguments) {
+    QProcess process;
+    process.start(program, arguments);
+    const bool hasEnded = process.waitForFinished(10000);
+    return hasEnded && !process.readAllStandardError().isEmpty() ? process.exitCode() : -1;
+}
+
+QString announcedUrl(QProcess& process) {
+    return process.waitForReadyRead(30000) ? QString::fromUtf8(process.readLine()).trimmed().section(u' ', -1)
+                                           : QString();
+}
+
+/// Some of the installed dictionaries in a folder of their own.
+struct Dictd {
+    explicit Dictd(const QStringList& codes) {
+        for (const QString& code : codes)
+            add(code);
+    }
+    void add(const QString& code) const {
+        for (const char* const ending : {"index", "dict.dz"})
+            QFile::copy(u"/usr/share/dictd/"_qs + name(code, ending), path(code, ending));
+    }
+    static QString name(const QString& code, const char* ending) {
+        return u"freedict-%1.%2"_qs.arg(code, QString::fromLatin1(ending));
+    }
+    QString path(const QString& code, const char* ending) const {
+        return folder.filePath(name(code, ending));
+    }
+
+    QTemporaryDir folder;
+    QStringList options{u"--dictd"_qs, folder.path()};
+};
+
+} // namespace
 
 /// The server as a process: its starts, its ends, and what it keeps in between.
 class TestServerProcess : public QObject {
     Q_OBJECT
 
-private:
-    static QJsonArray catalogue(ServerProcess& server) {
-        return QJsonDocument::fromJson(server.get(u"/v1/dictionaries"_qs).body).array();
-    }
-
-    static QMap<QString, int> numbers(ServerProcess& server) {
-        QMap<QString, int> result;
-        for (const QJsonValueConstRef value : catalogue(server))
-            result.insert(value[QLatin1String("file")].toString(), value[QLatin1String("id")].toInt());
-        return result;
-    }
-
-    /// A folder with some of the installed dictionaries.
-    static void install(const QString& folder, const QStringList& codes) {
-        for (const QString& code : codes) {
-            for (const QString& ending : {u"index"_qs, u"dict.dz"_qs}) {
-                const QString name = u"freedict-%1.%2"_qs.arg(code, ending);
-                QVERIFY(QFile::copy(u"/usr/share/dictd/"_qs + name, folder + u'/' + name));
-            }
-        }
-    }
-
-    static bool answers(const QString& address) {
-        QTcpSocket socket;
-        socket.connectToHost(u"127.0.0.1"_qs, static_cast<quint16>(QUrl(address).port()));
-        return socket.waitForConnected(1000);
-    }
+    Server m_server;
 
 private Q_SLOTS:
+    void cleanup() {
+        m_server.stop();
+        QVERIFY(QDir(m_server.statePath()).removeRecursively() && QDir().mkpath(m_server.statePath()));
+    }
+
     void restartKeepsNumbersAndPort() {
-        const QTemporaryDir dictd;
-        install(dictd.path(), {u"ces-eng"_qs, u"srp-eng"_qs});
-        const QStringList options{u"--dictd"_qs, dictd.path()};
-        ServerProcess server;
-        QVERIFY(server.start(options));
-        const QString address = server.address();
-        const QMap<QString, int> before = numbers(server);
+        const Dictd dictd({u"ces-eng"_qs, u"srp-eng"_qs});
+        m_server.start(dictd.options);
+        const QString address = m_server.url();
+        const QMap<QString, int> before = numbers(m_server);
         QCOMPARE(before.size(), 2);
         int package = 0;
-        server.package(u"1"_qs, &package);
-        QCOMPARE(server.stop(), 0);
+        m_server.package(u"1"_qs, &package);
+        m_server.stop();
 
         // One is gone, one is new and would come first.
-        QFile::remove(dictd.filePath(u"freedict-ces-eng.index"_qs));
-        install(dictd.path(), {u"deu-ita"_qs});
-        QVERIFY(server.start(options));
-        QCOMPARE(server.address(), address);
-        const QMap<QString, int> after = numbers(server);
+        QFile::remove(dictd.path(u"ces-eng"_qs, "index"));
+        dictd.add(u"deu-ita"_qs);
+        m_server.start(dictd.options);
+        QCOMPARE(m_server.url(), address);
+        const QMap<QString, int> after = numbers(m_server);
         QCOMPARE(after.keys().join(u' '), u"German-Italian.tsdict Serbian-English.tsdict"_qs);
-        QCOMPARE(after.value(u"Serbian-English.tsdict"_qs), before.value(u"Serbian-English.tsdict"_qs));
-        QVERIFY(!before.values().contains(after.value(u"German-Italian.tsdict"_qs)));
+        QCOMPARE(after.last(), before.last());
+        QVERIFY(!before.values().contains(after.first()));
         // An old package is gone, and its number isn't given to another one.
-        QCOMPARE(server.get(u"/v1/packages/%1"_qs.arg(package)).status, 404);
+        QCOMPARE(m_server.get(u"/v1/packages/%1"_qs.arg(package)).status, 404);
         int next = 0;
-        server.package(QString::number(after.first()), &next);
+        m_server.package(QString::number(after.first()), &next);
         QVERIFY(next > package);
     }
 
     void changedDictionaryIsConvertedAnew() {
-        const QTemporaryDir dictd;
-        install(dictd.path(), {u"ces-eng"_qs});
-        ServerProcess server;
-        QVERIFY(server.start({u"--dictd"_qs, dictd.path()}));
-        const QString first = server.package(u"1"_qs).object().value(u"sha256"_qs).toString();
-        QCOMPARE(server.stop(), 0);
-        QFile index(dictd.filePath(u"freedict-ces-eng.index"_qs));
-        QVERIFY(index.open(QIODevice::Append) && index.write("zzz\tB\tb\n") > 0);
-        index.close();
-        QVERIFY(server.start({u"--dictd"_qs, dictd.path()}));
-        const QString second = server.package(u"1"_qs).object().value(u"sha256"_qs).toString();
-        QVERIFY(!first.isEmpty() && !second.isEmpty() && first != second);
-        QCOMPARE(QDir(server.stateFolder() + u"/converted"_qs).entryList(QDir::Files).size(), 1);
+        const Dictd dictd({u"ces-eng"_qs});
+        const QString index = dictd.path(u"ces-eng"_qs, "index");
+        QSet<QString> checksums;
+        for (int i = 0; i < 2; ++i) {
+            m_server.start(dictd.options);
+            checksums << m_server.package(u"1"_qs)["sha256"].toString();
+            m_server.stop();
+            writeFile(index, readFile(index) + "zzz\tB\tb\n");
+        }
+        QVERIFY(checksums.size() == 2 && !checksums.contains(QString()));
+        QCOMPARE(QDir(m_server.statePath(u"converted"_qs)).entryList(QDir::Files).size(), 1);
     }
 
     void damagedDictionaryIsLeftOut() {
-        const QTemporaryDir dictd;
-        install(dictd.path(), {u"ces-eng"_qs, u"srp-eng"_qs});
-        QVERIFY(QFile::resize(dictd.filePath(u"freedict-ces-eng.dict.dz"_qs), 4000));
-        ServerProcess server;
+        const Dictd dictd({u"ces-eng"_qs, u"srp-eng"_qs});
+        QVERIFY(QFile::resize(dictd.path(u"ces-eng"_qs, "dict.dz"), 4000));
         for (int i = 0; i < 2; ++i) { // read, and remembered
-            QVERIFY(server.start({u"--dictd"_qs, dictd.path()}));
-            QCOMPARE(numbers(server).keys().join(u' '), u"Serbian-English.tsdict"_qs);
-            QCOMPARE(server.stop(), 0);
-            QCOMPARE(server.errors().count("freedict-ces-eng"), 1);
+            m_server.start(dictd.options);
+            QCOMPARE(numbers(m_server).keys().join(u' '), u"Serbian-English.tsdict"_qs);
+            m_server.stop();
         }
     }
 
-    void otherLanguagesOnRequest() {
-        ServerProcess server;
-        QVERIFY(server.start({u"--all-languages"_qs}));
-        QVERIFY(numbers(server).contains(u"Latin-English.tsdict"_qs));
-    }
-
     void takenPort() {
-        ServerProcess server;
-        QVERIFY(server.start());
-        const QString address = server.address();
-        const int port = QUrl(address).port();
-        QCOMPARE(server.stop(), 0);
+        m_server.start({u"--all-languages"_qs});
+        QVERIFY(numbers(m_server).contains(u"Latin-English.tsdict"_qs));
+        const QString address = m_server.url();
+        const QString port = QString::number(m_server.port());
+        m_server.stop();
         QTcpServer other;
-        QVERIFY(other.listen(QHostAddress::LocalHost, static_cast<quint16>(port)));
-        QCOMPARE(server.runToEnd({u"--state"_qs, server.stateFolder(), u"--port"_qs, QString::number(port)}),
-                 1);
-        QVERIFY(server.errors().contains(QByteArray::number(port)));
-        QVERIFY(server.start());
-        QVERIFY(server.address() != address);
-        QVERIFY(!catalogue(server).isEmpty());
-    }
-
-    void wrongCommandLines_data() {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::newRow("no state") << QStringList();
-        QTest::newRow("unknown option") << QStringList{u"--state"_qs, u"/tmp/x"_qs, u"--nonsense"_qs};
-        QTest::newRow("word too many") << QStringList{u"--state"_qs, u"/tmp/x"_qs, u"more"_qs};
-        QTest::newRow("no port") << QStringList{u"--state"_qs, u"/tmp/x"_qs, u"--port"_qs, u"65536"_qs};
-        QTest::newRow("no folder") << QStringList{u"--state"_qs, u"/tmp/x"_qs, u"--dictd"_qs, u"/nowhere"_qs};
+        QVERIFY(other.listen(QHostAddress::LocalHost, port.toUShort()));
+        QCOMPARE(failedStart({u"--state"_qs, m_server.statePath(), u"--port"_qs, port}), 1);
+        m_server.start();
+        QVERIFY(m_server.url() != address && !m_server.catalogue().isEmpty());
     }
 
     void wrongCommandLines() {
-        QFETCH(QStringList, arguments);
-        ServerProcess server;
-        QCOMPARE(server.runToEnd(arguments), 2);
-        QVERIFY(!server.errors().isEmpty());
+        const QString state = m_server.statePath(u"new"_qs);
+        QCOMPARE(failedStart({}), 2);
+        for (const char* const wrong : {"--nonsense", "more", "--port 65536", "--dictd /nowhere"})
+            QVERIFY2(
+                failedStart(QStringList{u"--state"_qs, state} + QString::fromLatin1(wrong).split(u' ')) == 2,
+                wrong);
     }
 
     void oneServerPerFolder() {
-        ServerProcess server;
-        QVERIFY(server.start());
-        ServerProcess second;
-        QCOMPARE(second.runToEnd({u"--state"_qs, server.stateFolder()}), 1);
-        // A killed one doesn't lock its successor out.
-        const QString address = server.address();
-        ::kill(static_cast<pid_t>(server.processId()), SIGKILL);
-        server.stop();
-        QVERIFY(server.start());
-        QCOMPARE(server.address(), address);
+        const QStringList arguments{u"--state"_qs, m_server.statePath(), u"--exit-with-parent"_qs};
+        QProcess first;
+        first.start(program, arguments);
+        const QString address = announcedUrl(first);
+        QCOMPARE(failedStart(arguments), 1);
+        first.kill();
+        first.waitForFinished();
+        m_server.start(); // it doesn't lock its successor out
+        QCOMPARE(m_server.url(), address);
     }
 
     void endsInTheMiddleOfABuild() {
-        ServerProcess server;
-        QVERIFY(server.start({u"--control"_qs}));
-        const int id = numbers(server).value(u"English-Arabic.tsdict"_qs);
-        QVERIFY(id > 0);
-        QCOMPARE(server.post(u"/v1/packages?ids=%1"_qs.arg(id)).status, 202);
-        server.control({{u"package_build_ms"_qs, 60000}});
-        QCOMPARE(server.post(u"/v1/packages?ids=%1,1"_qs.arg(id)).status, 202);
+        m_server.start();
+        const QString id = QString::number(numbers(m_server).value(u"English-Arabic.tsdict"_qs));
+        QCOMPARE(m_server.post(u"/v1/packages?ids="_qs + id).status, 202);
+        m_server.setSwitches({{u"package_build_ms"_qs, 60000}});
+        QCOMPARE(m_server.post(u"/v1/packages?ids=1,"_qs + id).status, 202);
         QElapsedTimer clock;
         clock.start();
-        QCOMPARE(server.stop(), 0);
+        m_server.stop();
         QVERIFY(clock.elapsed() < 5000);
-        for (const QString& folder : {u"/converted"_qs, u"/packages"_qs})
-            QVERIFY(QDir(server.stateFolder() + folder).entryList({u"*.part"_qs}).isEmpty());
+        for (const QString& folder : {u"converted"_qs, u"packages"_qs})
+            QVERIFY(QDir(m_server.statePath(folder)).entryList({u"*.part"_qs}).isEmpty());
     }
 
     void endsWithItsParent() {
-        const QTemporaryDir state;
         QProcess parent;
         parent.start(u"/bin/sh"_qs, {u"-c"_qs, u"\"$0\" --exit-with-parent --state \"$1\" & read end"_qs,
-                                     ServerProcess::program(), state.path()});
-        QVERIFY(parent.waitForReadyRead(10000));
-        const QString address = QString::fromUtf8(parent.readLine()).trimmed().section(u' ', -1);
-        QVERIFY(answers(address));
+                                     program, m_server.statePath()});
+        const QString control = announcedUrl(parent) + u"/control"_qs;
+        QCOMPARE(m_server.get(control).status, 404); // not without the option
         parent.kill();
         QVERIFY(parent.waitForFinished());
-        QTRY_VERIFY(!answers(address));
+        QTRY_COMPARE(m_server.get(control).status, 0);
     }
 };
 

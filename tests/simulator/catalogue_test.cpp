@@ -43,15 +43,12 @@ private Q_SLOTS:
         QCOMPARE(m_output, online);
     }
 
-    void tellsHowToUseIt_data() {
-        QTest::addColumn<int>("status"); // the row's name is the command line
-        for (const char* const wrong : {"", "--root", "--root /tmp --bogus", "--root /tmp more"})
-            QTest::newRow(wrong) << 2;
-        QTest::newRow("--help") << 0;
-    }
     void tellsHowToUseIt() {
-        QTEST(run(QProcess::splitCommand(QString::fromLatin1(QTest::currentDataTag()))), "status");
-        QVERIFY2(m_output.contains(u"usage: ", Qt::CaseInsensitive), qUtf8Printable(m_output));
+        for (const auto& [line, status] :
+             {std::pair("", 2), {"--root", 2}, {"--root /tmp more", 2}, {"--help", 0}}) {
+            QCOMPARE(run(QProcess::splitCommand(QString::fromLatin1(line))), status);
+            QVERIFY2(m_output.contains(u"usage: ", Qt::CaseInsensitive), qUtf8Printable(m_output));
+        }
     }
 };
 

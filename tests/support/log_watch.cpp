@@ -72,6 +72,12 @@ QStringList LogWatch::unexpected() const {
     return result;
 }
 
+QStringList LogWatch::takeUnexpected() {
+    const QStringList result = unexpected();
+    clear();
+    return result;
+}
+
 void LogWatch::clear() {
     const std::lock_guard lock(m_mutex);
     m_lines.clear();

@@ -30,6 +30,8 @@ public:
 
     /// Warnings and errors that were not announced; empty is what a test wants.
     [[nodiscard]] QStringList unexpected() const;
+    /// The same, and forgets all lines.
+    QStringList takeUnexpected();
 
     void clear();
 

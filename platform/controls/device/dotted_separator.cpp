@@ -1,6 +1,8 @@
 #include "dotted_separator.h"
 
 #include <QPainter>
+#include <QPixmap>
+#include <QtMath>
 #include <algorithm>
 
 namespace tessaly::controls {
@@ -19,9 +21,12 @@ void DottedSeparator::setThickness(qreal thickness) {
 }
 
 void DottedSeparator::paint(QPainter* painter) {
+    // One tile repeated: a list draws a line of hundreds of dots for each row.
     const int dot = std::max(1, qRound(height()));
-    for (int x = 0; x < width(); x += 3 * dot)
-        painter->fillRect(x, 0, dot, dot, m_color);
+    QPixmap tile(3 * dot, dot);
+    tile.fill(Qt::transparent);
+    QPainter(&tile).fillRect(0, 0, dot, dot, m_color);
+    painter->drawTiledPixmap(QRect(0, 0, qCeil(width()), dot), tile);
 }
 
 } // namespace tessaly::controls

@@ -9,6 +9,9 @@ constexpr qint64 longPressMs = 500;
 LongKeyNavigation::LongKeyNavigation(QObject* attachee)
     : QObject(attachee) {
     attachee->installEventFilter(this);
+    // A key that brought the focus here, or took it away, isn't held for this item.
+    if (const auto* const item = qobject_cast<QQuickItem*>(attachee))
+        connect(item, &QQuickItem::activeFocusChanged, this, [this] { m_held.invalidate(); });
 }
 
 bool LongKeyNavigation::handle(QQuickItem* item, const QKeyEvent& key) {

@@ -18,6 +18,10 @@ FocusScope {
         screen.endWork()
     }
 
+    function showAbove(item: Item) {
+        screen.showAbove(item)
+    }
+
     Rectangle {
         id: casing
         anchors.centerIn: parent

@@ -26,6 +26,10 @@ FocusScope {
             layer.endWork()
     }
 
+    function showAbove(item: Item) {
+        item.parent = above
+    }
+
     width: DeviceInfoProvider.screenWidth
     height: DeviceInfoProvider.screenHeight
     clip: true
@@ -48,6 +52,10 @@ FocusScope {
         sourceComponent: DictionariesLayer {
             onEnded: screen.closeDictionaries() // qmllint disable unqualified
         }
+    }
+    Item {
+        id: above
+        anchors.fill: parent
     }
     // Fingers do nothing on a screen that can't feel them.
     MouseArea {

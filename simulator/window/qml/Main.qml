@@ -15,6 +15,14 @@ Window {
         body.endWork()
     }
 
+    // What the device's programs lay over the whole window belongs on the device's screen.
+    function bringIn() {
+        for (const item of Array.from(contentItem.children)) {
+            if (item !== body && item !== panel)
+                body.showAbove(item)
+        }
+    }
+
     width: Math.round(body.fullWidth * roomFactor + panel.width)
     height: Math.round(body.fullHeight * roomFactor)
     minimumWidth: panel.width + 320
@@ -23,6 +31,12 @@ Window {
     color: "#e4e4e4"
     title: "Tessaly simulator"
 
+    Connections {
+        target: window.contentItem
+        function onChildrenChanged() {
+            Qt.callLater(window.bringIn) // qmllint disable
+        }
+    }
     DeviceBody {
         id: body
         anchors.left: parent.left

@@ -13,10 +13,15 @@
 
 namespace tessaly::tests {
 
+/// The connection to the device's catalogue, to be looked into and, once its user is gone, removed.
+inline const QString catalogueConnection = QStringLiteral("dictionary::DBHolder");
+
+/// A record whose title is "NUMBER" and whose file is "NUMBER.tsdict".
 inline dictionary::DictionaryInfo makeRecord(int serverId, const char* from = "en", const char* to = "de") {
     dictionary::DictionaryInfo info;
     info.serverId = serverId;
-    info.name = "Dictionary " + std::to_string(serverId);
+    info.name = std::to_string(serverId);
+    info.file = info.name + ".tsdict";
     info.languageFrom = utilities::Locale{from, boost::none};
     info.languageTo = utilities::Locale{to, boost::none};
     return info;

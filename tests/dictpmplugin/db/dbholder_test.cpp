@@ -1,9 +1,7 @@
 #include "catalogue_rows.h"
 
-#include <dictpmplugin/db/catalogue_file.h>
 #include <dictpmplugin/db/dbholder.h>
 #include <simulator/fixture/test_device.h>
-#include <tests/support/child_process.h>
 #include <tests/support/log_watch.h>
 
 #include <QDir>
@@ -15,22 +13,7 @@
 
 using namespace tessaly;
 using dictionary::DBHolder;
-using tests::makeRecords;
-
-namespace {
-
-using Damage = std::function<void(QFile& file)>;
-const QString connection = QStringLiteral("dictionary::DBHolder");
-constexpr auto databasePath = "/mnt/ext1/system/tsdicts/tsdicts.db";
-
-Damage overwrite(double from, qsizetype count) {
-    return [=](QFile& file) {
-        file.seek(qint64(from * double(file.size())));
-        file.write(QByteArray(count, '\xA5'));
-    };
-}
-
-} // namespace
+using tests::catalogueConnection;
 
 class DbHolderTest : public QObject {
     Q_OBJECT
@@ -40,38 +23,34 @@ class DbHolderTest : public QObject {
     std::shared_ptr<DBHolder> m_holder;
     QString m_path;
 
-    static QSqlDatabase database() { return QSqlDatabase::database(connection, false); }
+    static QSqlDatabase database() { return QSqlDatabase::database(catalogueConnection, false); }
     void close() {
         m_holder.reset();
-        QSqlDatabase::removeDatabase(connection);
+        QSqlDatabase::removeDatabase(catalogueConnection);
     }
     void open() {
         close();
+        m_watch->clear();
         m_holder = DBHolder::newDefault();
     }
-    void openWith(int count) {
-        open();
-        m_holder->dictionaryDAO().deleteAll().qGetOrErr();
-        m_holder->dictionaryDAO().addMultiple(makeRecords(count)).qGetOrErr();
-    }
-    QStringList titles() const {
+    QString titles() const {
         const auto list = m_holder->dictionaryDAO().list();
         QStringList result;
         for (const auto& info : list.getRight())
             result << QString::fromStdString(info.name);
-        return result;
+        return result.join(u", ");
     }
-    bool works() const {
+    bool works(int count = 2) const {
         const auto& dao = m_holder->dictionaryDAO();
         return m_holder->isDBValid() && dao.deleteAll().isRight() &&
-               dao.addMultiple(makeRecords(2)).isRight() &&
-               titles() == QStringList({u"Dictionary 1"_qs, u"Dictionary 2"_qs});
+               dao.addMultiple(tests::makeRecords(count)).isRight() && titles().startsWith(u"1, 2") &&
+               int(dao.list().getRight().size()) == count;
     }
 
 private Q_SLOTS:
     void init() {
         m_device.emplace();
-        m_path = m_device->path(databasePath);
+        m_path = m_device->path("/mnt/ext1/system/tsdicts/tsdicts.db");
         m_watch.emplace();
         m_watch->allow(u"No db migration preceeded. already migrated"_qs);
     }
@@ -81,23 +60,18 @@ private Q_SLOTS:
     }
 
     void createsAndReopens() {
-        const QString opening = u"Try to connect to database: "_qs + m_path;
         open();
-        QCOMPARE(m_watch->lines(), QStringList({opening, u"Migrated db to 1version"_qs}));
+        QCOMPARE(m_watch->lines(),
+                 QStringList({u"Try to connect to database: "_qs + m_path, u"Migrated db to 1version"_qs}));
         QVERIFY(!m_watch->records().back().isAlarming && works());
         QCOMPARE(tests::rows(database(), u"PRAGMA journal_mode"_qs), QStringList(u"wal"_qs));
-        m_watch->clear();
         open();
-        QCOMPARE(m_watch->lines(), QStringList({opening, u"No db migration preceeded. already migrated"_qs}));
-        QCOMPARE(m_watch->records().back().record.level, log::Level::Error);
-        QCOMPARE(titles().size(), 2);
         for (const QString& killedBefore :
              {u"UPDATE Migration SET version = 0"_qs, u"DELETE FROM Migration"_qs}) {
             tests::rows(database(), killedBefore);
-            m_watch->clear();
             open();
             QCOMPARE(m_watch->lines().last(), u"Migrated db to 1version"_qs);
-            QCOMPARE(titles().size(), 2);
+            QCOMPARE(titles(), u"1, 2"_qs);
         }
     }
 
@@ -105,61 +79,56 @@ private Q_SLOTS:
         QVERIFY(QFile::copy(QStringLiteral(TEST_DATA_DIR "/catalogue-v1.db"), m_path));
         open();
         QCOMPARE(m_watch->lines(u"already migrated"_qs).size(), 1);
-        QCOMPARE(titles(), QStringList({u"Čeština → English (FreeDict)"_qs, u"Deutsch → Italiano"_qs,
-                                        u"英漢字典"_qs, u"Klingon Primer"_qs}));
+        QCOMPARE(titles(), u"Čeština → English (FreeDict), Deutsch → Italiano, 英漢字典, Klingon Primer"_qs);
         const auto list = m_holder->dictionaryDAO().list().getRight();
         QVERIFY(list[2].languageTo->stringify('_') == "zh_tw" && list[3].serverId == 2147483647);
         QVERIFY(works());
     }
 
     void survivesDamage_data() {
-        QTest::addColumn<Damage>("damage");
-        QTest::addColumn<bool>("isMovedAside");
-        QTest::newRow("no file") << Damage([](QFile& file) { file.rename(file.fileName() + u".away"_qs); })
-                                 << false;
-        QTest::newRow("empty") << Damage([](QFile& file) { file.resize(0); }) << false;
-        QTest::newRow("half a header") << Damage([](QFile& file) { file.resize(50); }) << true;
-        QTest::newRow("half") << Damage([](QFile& file) { file.resize(file.size() / 2); }) << true;
-        QTest::newRow("cut in a page")
-            << Damage([](QFile& file) { file.resize(file.size() - 1000); }) << true;
-        QTest::newRow("garbage") << overwrite(0, 99'999) << true;
-        QTest::newRow("header") << overwrite(0, 100) << true;
-        QTest::newRow("middle") << overwrite(0.5, 6000) << true;
-        QTest::newRow("end") << overwrite(0.9, 3000) << true;
+        QTest::addColumn<double>("kept"); // share of the file
+        QTest::addColumn<double>("from"); // of what is overwritten
+        QTest::addColumn<int>("overwritten");
+        QTest::newRow("empty") << 0.0 << 0.0 << 0;
+        QTest::newRow("half") << 0.5 << 0.0 << 0;
+        QTest::newRow("header") << 1.0 << 0.0 << 100;
+        QTest::newRow("middle") << 1.0 << 0.5 << 6000;
     }
     void survivesDamage() {
-        QFETCH(const Damage, damage);
-        QFETCH(const bool, isMovedAside);
-        openWith(300);
+        QFETCH(const double, kept);
+        QFETCH(const double, from);
+        QFETCH(const int, overwritten);
+        open();
+        QVERIFY(works(300));
         close();
         QFile file(m_path);
         QFile aside(m_path + u".damaged"_qs); // there is an older one
         QVERIFY(file.open(QIODevice::ReadWrite) && aside.open(QIODevice::WriteOnly));
-        damage(file);
-        const qint64 size = file.size();
+        file.seek(qint64(from * double(file.size())));
+        file.write(QByteArray(overwritten, '\xA5'));
+        file.resize(qint64(kept * double(file.size())));
         file.close();
-        aside.close();
+        const qint64 size = file.size();
         const QString report =
             u"Catalogue database is damaged: %1, moved aside to %2"_qs.arg(m_path, aside.fileName());
         m_watch->allow(report);
         open();
-        QCOMPARE(m_watch->lines(report).size(), isMovedAside ? 1 : 0);
-        QCOMPARE(aside.size(), isMovedAside ? size : 0);
+        QCOMPARE(m_watch->lines(report).size(), size > 0 ? 1 : 0);
+        QCOMPARE(QFile(aside.fileName()).size(), size);
         QVERIFY(works());
     }
 
     void reportsWhatCannotBeOpened_data() {
-        QTest::addColumn<QByteArray>("folder"); // that is there instead
-        QTest::newRow("no folder") << QByteArray("/mnt");
-        QTest::newRow("a folder in its place") << QByteArray(databasePath);
-        QTest::newRow("damage that can't be moved") << databasePath + QByteArray(".damaged/full");
+        QTest::addColumn<QString>("folder"); // that is there instead
+        QTest::newRow("a folder in its place") << QString();
+        QTest::newRow("damage that can't be moved") << u".damaged/full"_qs;
     }
     void reportsWhatCannotBeOpened() {
-        QFETCH(const QByteArray, folder);
-        QVERIFY(QDir(QFileInfo(m_path).path()).removeRecursively() &&
-                QDir().mkpath(m_device->path(folder.constData())));
+        QFETCH(const QString, folder);
+        QVERIFY(QDir(QFileInfo(m_path).path()).removeRecursively());
+        QVERIFY(QDir().mkpath(m_path + folder));
         QFile file(m_path);
-        if (folder.endsWith("full"))
+        if (folder.endsWith(u"full"))
             QVERIFY(file.open(QIODevice::WriteOnly) && file.write("no database") && file.flush());
         const QString report = u"Can not open database file"_qs + m_path;
         for (const QString& text :
@@ -167,25 +136,12 @@ private Q_SLOTS:
             m_watch->allow(text);
         open();
         QVERIFY(m_holder && !m_holder->isDBValid() && m_holder->dictionaryDAO().list().isLeft());
-        for (const QString& text : {report, u"sql error: "_qs})
-            QCOMPARE(m_watch->lines(text).size(), 1);
-    }
-
-    void readsWhatCannotBeWritten() {
-        openWith(2);
-        close();
-        QSqlDatabase db = QSqlDatabase::addDatabase(u"QSQLITE"_qs, connection);
-        db.setDatabaseName(m_path);
-        db.setConnectOptions(u"QSQLITE_OPEN_READONLY"_qs);
-        QVERIFY(dictionary::openCatalogueFile(db));
-        m_holder = std::make_shared<DBHolder>(db);
-        QCOMPARE(titles().size(), 2);
-        QVERIFY(
-            m_holder->dictionaryDAO().addMultiple(makeRecords(1)).left()->toString().contains(u"readonly"));
+        QCOMPARE(m_watch->lines(report).size(), 1);
     }
 
     void readsWhatAnotherProcessHasLocked() {
-        openWith(2);
+        open();
+        QVERIFY(works());
         close();
         const int ready = ::eventfd(0, 0);
         const pid_t other = ::fork();
@@ -198,29 +154,12 @@ private Q_SLOTS:
         eventfd_t value = 0;
         QCOMPARE(::eventfd_read(ready, &value), 0);
         open();
-        QCOMPARE(titles().size(), 2);
+        QCOMPARE(titles(), u"1, 2"_qs);
         tests::rows(database(), u"PRAGMA busy_timeout = 50"_qs);
         QVERIFY(m_holder->dictionaryDAO().deleteAll().left()->toString().contains(u"database is locked"));
         ::kill(other, SIGKILL);
         ::waitpid(other, nullptr, 0);
         ::close(ready);
-        QVERIFY(works());
-    }
-
-    void aKilledProcessLeavesAReadableFile() {
-        for (const auto& [write, left] : {std::pair{1, 200}, {2, 0}, {151, 149}}) { // the first one deletes
-            openWith(200);
-            close();
-            const ChildEnd end = runInChild([&, number = write] {
-                open();
-                tests::killInWrite(database(), number);
-                m_holder->dictionaryDAO().deleteAll().qGetOrErr();
-                m_holder->dictionaryDAO().addMultiple(makeRecords(200)).qGetOrErr();
-            });
-            QCOMPARE(end.signal, SIGKILL);
-            open();
-            QCOMPARE(titles().size(), left);
-        }
         QVERIFY(works());
     }
 };

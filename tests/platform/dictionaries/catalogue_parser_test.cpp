@@ -1,8 +1,7 @@
-#include "device_folder.h"
-
 #include <QTest>
 #include <catalogue_parser.h>
 #include <sstream>
+#include <tests/support/log_watch.h>
 
 using namespace tessaly::dictionary;
 
@@ -49,56 +48,35 @@ private Q_SLOTS:
             const auto parsed = parse('[' + good.chopped(1) + ", " + record.members + "}]");
             QCOMPARE(parsed.getRight().size(), std::size_t(1));
             QCOMPARE(summary(parsed.getRight()[0]), QString::fromUtf8(record.expected));
-            const QStringList warnings = m_device.log.take();
+            const QStringList warnings = m_log.takeUnexpected();
             QCOMPARE(warnings.size(), record.warned.isEmpty() ? 0 : 1);
             QVERIFY(record.warned.isEmpty() || warnings[0].startsWith(record.warned));
         }
     }
 
-    void dropped_data() {
-        QTest::addColumn<QByteArray>("record");
-        for (const char* whole :
-             {"7", "null", "[]", "{'name': 'A', 'file': 'b.tsdict'}", "{'id': 2, 'file': 'b.tsdict'}",
-              "{'id': 2, 'name': 'A'}", good.constData()})
-            QTest::newRow(whole) << QByteArray(whole);
-        for (const char* member : {"'id': 0",
-                                   "'id': -3",
-                                   "'id': 2147483648",
-                                   "'id': 1e300",
-                                   "'id': 1.5",
-                                   "'id': '2'",
-                                   "'id': null",
-                                   "'id': true",
-                                   "'name': ''",
-                                   "'name': 4",
-                                   "'file': '../b.tsdict'",
-                                   "'file': '/b.tsdict'",
-                                   "'file': 'b.db'",
-                                   "'file': '..'",
-                                   "'file': '.tsdict'",
-                                   "'file': 'b\\u0000.tsdict'",
-                                   "'file': 'b\\n.tsdict'",
-                                   "'file': 12",
-                                   "'file': 'b.tsdict/'",
-                                   longName.constData(),
-                                   "'version': '1'",
-                                   "'version': 4294967296",
-                                   "'description': []",
-                                   "'language_from': 'cs'",
-                                   "'language_to': {'code': 1}",
-                                   "'size': -1",
-                                   "'language_from': {'code': 'c/'}, 'category': 1"})
-            QTest::newRow(member) << "{'id': 2, 'name': 'A', 'file': 'b.tsdict', " + QByteArray(member) + '}';
-    }
-
     void dropped() {
-        QFETCH(QByteArray, record);
-        const auto parsed = parse('[' + good + ',' + record + ",{'id': 3, 'name': 'C', 'file': 'c.tsdict'}]");
-        QCOMPARE(parsed.getRight().size(), std::size_t(2));
-        QCOMPARE(summary(parsed.getRight()[1]), u"3 C c.tsdict ->-"_qs);
-        const QStringList warnings = m_device.log.take();
-        QCOMPARE(warnings.size(), 1);
-        QVERIFY(warnings[0].startsWith(u"catalogue record 1: left out"));
+        QByteArrayList records =
+            QByteArray("7|null|[]|{'name': 'A', 'file': 'b.tsdict'}|{'id': 2, 'name': 'A'}|"
+                       "{'id': 2, 'file': 'b.tsdict'}")
+                .split('|');
+        records << good;
+        const QByteArray members =
+            "'id': 0|'id': -3|'id': 2147483648|'id': 1e300|'id': 1.5|'id': '2'|'id': null|'id': true|"
+            "'name': ''|'name': 4|'file': '../b.tsdict'|'file': '/b.tsdict'|'file': 'b.db'|'file': '..'|"
+            "'file': '.tsdict'|'file': 'b\\u0000.tsdict'|'file': 'b\\n.tsdict'|'file': 12|'file': "
+            "'b.tsdict/'|"
+            "'version': '1'|'version': 4294967296|'description': []|'language_from': 'cs'|'size': -1|"
+            "'language_to': {'code': 1}|'language_from': {'code': 'c/'}, 'category': 1|" +
+            longName;
+        for (const QByteArray& member : members.split('|'))
+            records << "{'id': 2, 'name': 'A', 'file': 'b.tsdict', " + member + '}';
+        for (const QByteArray& record : qAsConst(records)) {
+            const auto parsed =
+                parse('[' + good + ',' + record + ",{'id': 3, 'name': 'C', 'file': 'c.tsdict'}]").getRight();
+            QVERIFY2(parsed.size() == 2 && summary(parsed[1]) == u"3 C c.tsdict ->-", record);
+            const QStringList warnings = m_log.takeUnexpected();
+            QVERIFY2(warnings.size() == 1 && warnings[0].startsWith(u"catalogue record 1: left out"), record);
+        }
     }
 
     void everyMember() {
@@ -130,7 +108,7 @@ private Q_SLOTS:
     }
 
 private:
-    tessaly::tests::DeviceFolder m_device;
+    LogWatch m_log;
 };
 
 QTEST_GUILESS_MAIN(CatalogueParserTest)

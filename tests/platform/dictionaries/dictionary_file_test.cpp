@@ -1,10 +1,12 @@
-#include "device_folder.h"
+#include "../support/bare_device.h"
 
 #include <QRandomGenerator>
 #include <QTest>
 #include <dictionaries/dictionary_file.h>
+#include <dictionaries/vl_api.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
+#include <tests/support/log_watch.h>
 #include <vellum/vellum.h>
 
 using namespace tessaly;
@@ -21,6 +23,8 @@ class DictionaryFileTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void cleanup() { QFile::remove(path()); }
+
     void metadata() {
         make(tables +
              "INSERT INTO metadata VALUES ('title', 'Č'), ('language_from', 'cs'), ('set', 'S'), "
@@ -66,35 +70,30 @@ private Q_SLOTS:
         }
     }
 
-    void refused_data() {
-        QTest::addColumn<QByteArray>("statements");
-        const QByteArray numbers = "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n ";
-        QTest::newRow("no tables") << QByteArray("CREATE TABLE other (a)");
-        QTest::newRow("no metadata") << entries;
-        QTest::newRow("other columns")
-            << QByteArray("CREATE TABLE metadata (k, v); CREATE TABLE entries (a)");
-        QTest::newRow("endless view") << entries + "CREATE VIEW metadata AS " + numbers +
-                                             ") SELECT i AS key, i AS value FROM n WHERE i < 0";
-        QTest::newRow("virtual table") << entries + "CREATE VIRTUAL TABLE metadata USING fts5(key, value)";
-        QTest::newRow("huge text") << tables + "INSERT INTO metadata VALUES ('title', zeroblob(2000000))";
-        QTest::newRow("many large texts") << tables + "INSERT INTO metadata " + numbers +
-                                                 "WHERE i < 12) SELECT 'title', zeroblob(1000000) FROM n";
-    }
-
     void refused() {
-        QFETCH(QByteArray, statements);
-        make(statements);
-        QVERIFY(open().isLeft());
+        const QByteArray numbers = "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n ";
+        for (const QByteArray& statements :
+             {QByteArray("CREATE TABLE other (a)"), entries,
+              QByteArray("CREATE TABLE metadata (k, v); CREATE TABLE entries (a)"),
+              entries + "CREATE VIEW metadata AS " + numbers +
+                  ") SELECT i AS key, i AS value FROM n WHERE i < 0",
+              entries + "CREATE VIRTUAL TABLE metadata USING fts5(key, value)",
+              tables + "INSERT INTO metadata VALUES ('title', zeroblob(2000000))",
+              tables + "INSERT INTO metadata " + numbers +
+                  "WHERE i < 12) SELECT 'title', zeroblob(1000000) FROM n"}) {
+            make(statements);
+            QVERIFY2(open().isLeft(), statements);
+        }
     }
 
     void noDatabases() {
+        QVERIFY(open().isLeft());
         for (const QByteArray& content :
              {QByteArray(), QByteArray("no database"), QByteArray(70'000, '\0')}) {
             m_device.write(file, content);
             QVERIFY(open().isLeft() && !OpenDictionary("d"));
         }
-        QFile::remove(path());
-        QVERIFY(open().isLeft());
+        QVERIFY(QFile::remove(path()));
         QCOMPARE(::mkfifo(qUtf8Printable(path()), 0600), 0);
         QVERIFY(open().isLeft());
     }
@@ -104,9 +103,7 @@ private Q_SLOTS:
                       "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 3000) "
                       "INSERT INTO entries SELECT 'word' || i, hex(randomblob(20)), 'word' || i FROM n");
         QVERIFY(open().isRight() && OpenDictionary("d"));
-        QFile whole(path());
-        QVERIFY(whole.open(QIODevice::ReadOnly));
-        const QByteArray content = whole.readAll();
+        const QByteArray content = readFile(path());
         m_device.write(file, content.left(content.size() / 2));
         QVERIFY(open().isLeft());
 
@@ -130,6 +127,39 @@ private Q_SLOTS:
         QCOMPARE(QFileInfo(path()).dir().entryList(QDir::Files), QStringList(u"d.tsdict"_qs));
     }
 
+    void findsFilesOfTheRightEnding() {
+        LogWatch log;
+        QVERIFY(vl_api::enumDictionaries().empty());
+        for (const char* file :
+             {"/ebrmain/dictionaries/b.tsdict", "/ebrmain/dictionaries/a [1].tsdict",
+              "/ebrmain/dictionaries/c.TSDICT", "/ebrmain/dictionaries/Ελληνικά.tsdict",
+              "/ebrmain/dictionaries/.tsdict", "/ebrmain/dictionaries/x.tsdict.part",
+              "/mnt/ext1/system/dictionaries/folder.tsdict/d.tsdict",
+              "/mnt/ext1/system/dictionaries/b.tsdict", "/mnt/ext2/system/dictionaries/d.tsdict"})
+            m_device.write(QString::fromUtf8(file), "not looked at");
+        const QString folder = m_device.path("/mnt/ext1/system/dictionaries/");
+        QFile::link(u"nowhere"_qs, folder + u"dangling.tsdict"_qs);
+        QFile::link(m_device.path("/ebrmain/dictionaries/b.tsdict"), folder + u"link.tsdict"_qs);
+
+        const auto found = vl_api::enumDictionaries();
+        QStringList paths;
+        for (const vl_api::Dictionary& dictionary : found)
+            paths << QString::fromStdString(dictionary.absolutePath());
+        const QStringList expected = {
+            u"/ebrmain/dictionaries/a [1].tsdict"_qs, u"/ebrmain/dictionaries/b.tsdict"_qs,
+            u"/ebrmain/dictionaries/Ελληνικά.tsdict"_qs, u"/mnt/ext1/system/dictionaries/link.tsdict"_qs,
+            u"/mnt/ext2/system/dictionaries/d.tsdict"_qs};
+        QCOMPARE(paths, expected);
+        QVERIFY(found.findByName("a [1]") &&
+                found.findByName("a [1]") == found.findByFileName("a [1].tsdict"));
+        QVERIFY(!found.findByName("folder") && !found.findByFileName("a [1]"));
+
+        // Of two with one name that of the first folder stays.
+        const QStringList warnings = log.takeUnexpected();
+        QCOMPARE(warnings.size(), 1);
+        QVERIFY(warnings[0].contains(u"/mnt/ext1/system/dictionaries/b.tsdict"_qs));
+    }
+
 private:
     [[nodiscard]] QString path() const { return m_device.path(qUtf8Printable(file)); }
 
@@ -146,7 +176,7 @@ private:
         return dictionary::open(file.toStdString());
     }
 
-    tests::DeviceFolder m_device;
+    tests::BareDevice m_device;
 };
 
 QTEST_GUILESS_MAIN(DictionaryFileTest)

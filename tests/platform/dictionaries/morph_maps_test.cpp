@@ -1,5 +1,5 @@
-#include "device_folder.h"
-#include "scripted_server.h"
+#include "../support/bare_device.h"
+#include "../support/canned_server.h"
 
 #include <QPointer>
 #include <QQmlComponent>
@@ -11,6 +11,8 @@
 #include <dictionaries/hunspell_searcher.h>
 #include <dictionaries/morph_explorer.h>
 #include <memory>
+#include <optional>
+#include <tests/support/log_watch.h>
 #include <vellum/clock.h>
 
 using namespace tessaly;
@@ -29,7 +31,7 @@ private Q_SLOTS:
     void initTestCase() { vellum::clock::setSpeed(20); }
 
     void init() {
-        m_device = std::make_unique<tests::DeviceFolder>();
+        m_device.emplace();
         useServer(m_server.url());
         m_explorer = std::make_unique<dictionary::MorphExplorer>(folder);
         m_urls = m_explorer->urlMap();
@@ -43,7 +45,7 @@ private Q_SLOTS:
 
         vellum::state::setNetState(2);
         const QString failure = u"Failed to list morphology data: HTTP status 401"_qs;
-        QVERIFY(QTest::qWaitFor([&] { return m_device->log.take().contains(failure); }));
+        QVERIFY(QTest::qWaitFor([&] { return m_log.takeUnexpected().contains(failure); }));
         QVERIFY(!german->value().isValid());
         m_server.setAnswer(200,
                            "{'de': 'http://h/de', 'pt_BR': 'http://h/br', 'xx': 1, '../a': 'http://h/'}");
@@ -51,7 +53,7 @@ private Q_SLOTS:
         QCOMPARE(m_urls->at(u"pt_BR"_qs)->value(), QVariant(u"http://h/br"_qs));
         for (const QString& code : {u"pt"_qs, u"xx"_qs, u"../a"_qs, QString()})
             QVERIFY(!m_urls->at(code)->value().isValid());
-        QStringList warnings = m_device->log.take();
+        QStringList warnings = m_log.takeUnexpected();
         warnings.removeAll(failure);
         QCOMPARE(warnings.size(), 2);
 
@@ -64,7 +66,7 @@ private Q_SLOTS:
     void aSilentServerHoldsNobodyUp() {
         QTcpServer silent;
         QVERIFY(silent.listen(QHostAddress::LocalHost));
-        useServer("http://127.0.0.1:" + QByteArray::number(silent.serverPort()));
+        useServer("http://127.0.0.1:" + std::to_string(silent.serverPort()));
         vellum::state::setNetState(2);
         const QDeadlineTimer soon(2000);
         m_urls->at(u"de"_qs);
@@ -73,7 +75,7 @@ private Q_SLOTS:
         // What the application object waits for at its end.
         QVERIFY(QThreadPool::globalInstance()->waitForDone(1000));
         QVERIFY(!soon.hasExpired());
-        QCOMPARE(m_device->log.take(), QStringList());
+        QCOMPARE(m_log.takeUnexpected(), QStringList());
     }
 
     void existanceFollowsTheFolder() {
@@ -117,9 +119,9 @@ private Q_SLOTS:
     }
 
 private:
-    void useServer(const QByteArray& url) const {
+    void useServer(const std::string& url) const {
         m_device->write(u"/ebrmain/config/dictionary_server.cfg"_qs,
-                        "url=" + url + "\nmorphology_api_key=secret\n");
+                        "url=" + QByteArray::fromStdString(url) + "\nmorphology_api_key=secret\n");
     }
 
     /// What both the map and a look say is there.
@@ -134,8 +136,9 @@ private:
         return codes.join(u' ');
     }
 
-    tests::ScriptedServer m_server;
-    std::unique_ptr<tests::DeviceFolder> m_device;
+    tests::CannedServer m_server;
+    std::optional<tests::BareDevice> m_device;
+    LogWatch m_log;
     std::unique_ptr<dictionary::MorphExplorer> m_explorer;
     dictionary::MorphUrlMap* m_urls = nullptr;
 };

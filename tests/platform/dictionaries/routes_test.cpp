@@ -1,9 +1,8 @@
-#include "device_folder.h"
-#include "scripted_server.h"
+#include "../support/bare_device.h"
+#include "../support/canned_server.h"
 
 #include <QTest>
 #include <dictionaries/routes.h>
-#include <vellum/device_state.h>
 
 using namespace tessaly::dictionary;
 
@@ -51,15 +50,13 @@ private Q_SLOTS:
             QTest::addRow("%s %d %s", qPrintable(route), status, body.left(50).constData())
                 << route << status << body << QString::fromUtf8(expected);
         };
-        const QStringList statuses = {u"list 202"_qs,    u"list 500"_qs,    u"request 200"_qs,
-                                      u"request 404"_qs, u"address 404"_qs, u"address 429"_qs,
-                                      u"report 202"_qs,  u"report 500"_qs};
-        for (const QString& text : statuses)
-            row(text.section(u' ', 0, 0), text.section(u' ', 1).toInt(), "{}",
-                "error 2: HTTP status " + text.right(3).toUtf8());
+        const std::pair<QString, int> refusals[] = {
+            {u"list"_qs, 202},    {u"list"_qs, 500},    {u"request"_qs, 200}, {u"request"_qs, 404},
+            {u"address"_qs, 404}, {u"address"_qs, 429}, {u"report"_qs, 202},  {u"report"_qs, 500}};
+        for (const auto& [route, status] : refusals)
+            row(route, status, "{}", "error 2: HTTP status " + QByteArray::number(status));
         row(u"request"_qs, 429, {}, "error 1");
         row(u"address"_qs, 202, {}, "error 1");
-
         row(u"list"_qs, 200, "[" + QByteArray(200'000, ' ') + "{'id': 1, 'name': 'A', 'file': 'a.tsdict'}]",
             "1 records");
         row(u"list"_qs, 200, "[", "error 0");
@@ -76,21 +73,16 @@ private Q_SLOTS:
             {"'url': 'http://h/f.tsi'", "http://h/f.tsi"},
             {"'url': 'https://h/f.tsi#size=1', 'size': 0", "https://h/f.tsi#size=0"},
             {"'url': 'http://h/f', 'sha256': '" + sha + "'", "http://h/f#sha256=" + sha},
-            {"'url': 'http://h/f', 'size': 12, 'sha256': '" + sha + "'", "http://h/f#size=12&sha256=" + sha},
-            {"", "error 0"},
-            {"'url': ''", "error 0"},
-            {"'url': 'file:///etc/passwd'", "error 0"},
-            {"'url': '/f.tsi'", "error 0"},
-            {"'url': 'http://'", "error 0"},
-            {"'url': 'http:// h/'", "error 0"},
-            {"'url': 'http://h/f', 'size': -1", "error 0"},
-            {"'url': 'http://h/f', 'size': '12'", "error 0"},
-            {"'url': 'http://h/f', 'size': null", "error 0"},
-            {"'url': 'http://h/f', 'sha256': 1", "error 0"},
-            {"'url': 'http://h/f', 'sha256': '" + sha + "A'", "error 0"},
-            {"'url': 'http://h/f', 'sha256': '" + sha.chopped(1) + "g'", "error 0"}};
+            {"'url': 'http://h/f', 'size': 12, 'sha256': '" + sha + "'", "http://h/f#size=12&sha256=" + sha}};
         for (const auto& [members, expected] : addresses)
             row(u"address"_qs, 200, '{' + members + '}', expected);
+        for (const char* const members : {"", "'url': ''", "'url': 'file:///etc/passwd'", "'url': '/f.tsi'",
+                                          "'url': 'http://'", "'url': 'http:// h/'"})
+            row(u"address"_qs, 200, '{' + QByteArray(members) + '}', "error 0");
+        for (const QByteArray& member :
+             {QByteArray("'size': -1"), QByteArray("'size': '12'"), QByteArray("'size': null"),
+              QByteArray("'sha256': 1"), "'sha256': '" + sha + "A'", "'sha256': '" + sha.chopped(1) + "g'"})
+            row(u"address"_qs, 200, "{'url': 'http://h/f', " + member + '}', "error 0");
         for (const QString& route : {u"request"_qs, u"address"_qs, u"report"_qs})
             row(route, route == u"request" ? 202 : 200, QByteArray(100'000, ' '), "error 4");
     }
@@ -101,7 +93,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, body);
         QFETCH(QString, expected);
         m_server.setAnswer(status, body);
-        const QString result = call(route, m_server.url().toStdString());
+        const QString result = call(route, m_server.url());
         QVERIFY2(result == expected || (expected.startsWith(u"error") && result.startsWith(expected)),
                  qPrintable(result));
         const QStringList requests = {u"GET /v1/dictionaries "_qs, u"POST /v1/packages?ids=12,40 "_qs,
@@ -110,8 +102,8 @@ private Q_SLOTS:
     }
 
     void identifiersStayIdentifiers() {
-        Routes::requestDictionariesDownload("1&x=2#", m_server.url().toStdString());
-        Routes::sendSuccessInstall("7/../8?", m_server.url().toStdString());
+        Routes::requestDictionariesDownload("1&x=2#", m_server.url());
+        Routes::sendSuccessInstall("7/../8?", m_server.url());
         QCOMPARE(m_server.takeRequests(), QStringList({u"POST /v1/packages?ids=1%26x%3D2%23 "_qs,
                                                        u"POST /v1/packages/7%2F..%2F8%3F/installed "_qs}));
     }
@@ -122,15 +114,15 @@ private Q_SLOTS:
         QCOMPARE(default_base_url(), std::string("http://h:1/base"));
         vellum::state::setNetworkReachable(false);
         for (const QString& route : routes) {
-            QVERIFY(call(route, m_server.url().toStdString()).endsWith(u"(7)"));
+            QVERIFY(call(route, m_server.url()).endsWith(u"(7)"));
             QVERIFY(call(route, {}).endsWith(u"(3)"));
         }
         QVERIFY(m_server.takeRequests().isEmpty());
     }
 
 private:
-    tessaly::tests::DeviceFolder m_device;
-    tessaly::tests::ScriptedServer m_server;
+    tessaly::tests::BareDevice m_device;
+    tessaly::tests::CannedServer m_server;
 };
 
 QTEST_GUILESS_MAIN(RoutesTest)

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QByteArray>
-#include <QMap>
-#include <QProcess>
-#include <QString>
 #include <simulator/fixture/test_device.h>
+#include <tests/support/files.h>
+#include <vellum/vellum.h>
+
+#include <QProcess>
 
 namespace tessaly::tests {
 
@@ -15,26 +15,42 @@ struct Status {
 };
 
 /// A device with the real installer on it.
-class InstallerDevice {
+class InstallerDevice : public fixture::TestDevice {
 public:
     [[nodiscard]] QString packagePath() const { return path("/mnt/ext1/Downloads/dicts_1.tsi"); }
     [[nodiscard]] QString dictionary(const QString& name) const {
         return path("/mnt/ext1/system/dictionaries/") + name;
     }
-    [[nodiscard]] QString path(const char* devicePath) const { return m_device.path(devicePath); }
 
     /// Starts the installer on the package; its log comes from stderr.
-    void start(QProcess& process, const QString& packageName = QStringLiteral("/dicts_1.tsi")) const;
+    void start(QProcess& process, const QString& packageName = QStringLiteral("/dicts_1.tsi")) const {
+        process.start(path("/ebrmain/bin/dictpackageinstaller.app"),
+                      {QStringLiteral("-package_name"), packageName});
+        process.waitForStarted();
+    }
     /// The exit status of a whole run.
-    int run(const QString& packageName = QStringLiteral("/dicts_1.tsi"), QByteArray* log = nullptr) const;
+    int run(const QString& packageName = QStringLiteral("/dicts_1.tsi"), QByteArray* log = nullptr) const {
+        QProcess process;
+        start(process, packageName);
+        process.waitForFinished(-1);
+        if (log)
+            *log = process.readAllStandardError();
+        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    }
 
-    [[nodiscard]] Status status() const;
+    [[nodiscard]] static Status status() {
+        vl_config* const config = OpenConfig("/mnt/ext1/system/tsdicts/installer_out_code.txt", 0);
+        const Status status{ReadInt(config, "out_code", -1000), ReadInt(config, "progress", -1000)};
+        CloseConfig(config);
+        return status;
+    }
 
-    /// All files and folders, hidden ones too, where the installer writes, with their content.
-    [[nodiscard]] QMap<QString, QByteArray> content() const;
-
-private:
-    fixture::TestDevice m_device;
+    /// All that lies where the installer writes.
+    [[nodiscard]] QMap<QString, QByteArray> content() const {
+        QMap<QString, QByteArray> found = folderContent(path("/mnt/secure"));
+        found.insert(folderContent(dictionary({})));
+        return found;
+    }
 };
 
 } // namespace tessaly::tests

@@ -1,7 +1,8 @@
 #include "package_builder.h"
 
+#include <tests/support/files.h>
+
 #include <QCryptographicHash>
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
@@ -25,15 +26,11 @@ void pack(archive* handle, const PackageBuilder::Entry& entry) {
     const std::unique_ptr<archive_entry, void (*)(archive_entry*)> header(archive_entry_new(),
                                                                           archive_entry_free);
     archive_entry_set_pathname_utf8(header.get(), entry.name.toUtf8().constData());
-    archive_entry_set_perm(header.get(), 0644);
-    archive_entry_set_filetype(header.get(),
-                               entry.kind == PackageBuilder::Kind::Folder ? AE_IFDIR : AE_IFREG);
+    archive_entry_set_mode(header.get(), unsigned(entry.kind) | 0644);
     if (entry.kind == PackageBuilder::Kind::File)
         archive_entry_set_size(header.get(), entry.content.size());
-    if (entry.kind == PackageBuilder::Kind::Link) {
-        archive_entry_set_filetype(header.get(), AE_IFLNK);
+    if (entry.kind == PackageBuilder::Kind::Link)
         archive_entry_set_symlink_utf8(header.get(), entry.content.constData());
-    }
     require(archive_write_header(handle, header.get()) == ARCHIVE_OK, "can not pack an entry");
     if (entry.kind == PackageBuilder::Kind::File)
         archive_write_data(handle, entry.content.constData(), std::size_t(entry.content.size()));
@@ -54,13 +51,13 @@ QByteArray littleEndian(quint32 number) {
 
 QByteArray makeDatabase(const QByteArray& sql) {
     const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("database")));
+    const QString path = folder.filePath(QStringLiteral("database"));
     sqlite3* handle = nullptr;
-    sqlite3_open(file.fileName().toUtf8().constData(), &handle);
+    sqlite3_open(path.toUtf8().constData(), &handle);
     const int result = sqlite3_exec(handle, sql.constData(), nullptr, nullptr, nullptr);
     sqlite3_close(handle);
-    require(result == SQLITE_OK && file.open(QIODevice::ReadOnly), "can not make a database");
-    return file.readAll();
+    require(result == SQLITE_OK, "can not make a database");
+    return readFile(path);
 }
 
 QByteArray makeDictionary(const QString& title, int entries, const std::function<QString()>& definition) {
@@ -119,10 +116,7 @@ QByteArray PackageBuilder::build() const {
 }
 
 void PackageBuilder::write(const QString& hostPath) const {
-    QFile file(hostPath);
-    const QByteArray package = build();
-    require(file.open(QIODevice::WriteOnly) && file.write(package) == package.size(),
-            "can not write the package");
+    writeFile(hostPath, build());
 }
 
 } // namespace tessaly::tests

@@ -6,6 +6,7 @@
 #include <QString>
 #include <functional>
 #include <optional>
+#include <sys/stat.h>
 
 namespace tessaly::tests {
 
@@ -17,7 +18,7 @@ QByteArray makeDatabase(const QByteArray& sql);
 
 /// A package in the making. A good one unless its parts are changed by hand before it is written.
 struct PackageBuilder {
-    enum class Kind { File, Link, Folder };
+    enum class Kind : unsigned { File = S_IFREG, Link = S_IFLNK, Folder = S_IFDIR };
     struct Entry {
         QString name;
         QByteArray content; ///< of a link, where it leads

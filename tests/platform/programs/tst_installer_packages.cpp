@@ -3,252 +3,204 @@
 
 #include <installer_codes.h>
 #include <vellum/device_state.h>
-#include <vellum/vellum.h>
 
-#include <QDir>
 #include <QJsonObject>
 #include <QTest>
 #include <functional>
+#include <optional>
 
 using namespace tessaly::tests;
 using tessaly::installer::Code;
-
-namespace {
-
 using Kind = PackageBuilder::Kind;
-/// Spoils a good package; returns the bytes to install.
-using Spoil = std::function<QByteArray(PackageBuilder&)>;
-
-QString text(const char* utf8) {
-    return QString::fromUtf8(utf8);
-}
-
-QByteArray dictionary(int entries = 50) {
-    return makeDictionary(text("A title"), entries, [] { return text("an old explanation"); });
-}
-
-Spoil entry(const char* name, Kind kind = Kind::File, const char* content = "") {
-    return [=](PackageBuilder& package) {
-        package.entries.append({text(name), content, kind});
-        return package.build();
-    };
-}
-
-Spoil listed(const char* key, const QJsonValue& value) {
-    return [=](PackageBuilder& package) {
-        package.relist(text(key), value);
-        return package.build();
-    };
-}
-
-Spoil named(const QString& name) {
-    return listed("name", name);
-}
-
-Spoil manifest(const QByteArray& json) {
-    return [=](PackageBuilder& package) {
-        package.manifest = json;
-        return package.build();
-    };
-}
-
-Spoil also(const char* name, const QByteArray& content) {
-    return [=](PackageBuilder& package) {
-        package.add(text(name), content);
-        return package.build();
-    };
-}
-
-} // namespace
+/// Spoils a good package.
+using Spoil = std::function<void(PackageBuilder&)>;
 
 Q_DECLARE_METATYPE(Spoil)
 Q_DECLARE_METATYPE(Code)
 
+namespace {
+
+QByteArray dictionary(int entries = 50) {
+    return makeDictionary(u"A title"_qs, entries, [] { return u"an old explanation"_qs; });
+}
+
+PackageBuilder goodPackage() {
+    PackageBuilder package;
+    package.add(u"Czech - German.tsdict"_qs, dictionary(80));
+    package.add(u"Ελληνικά (ὡς) [1].tsdict"_qs, dictionary());
+    return package;
+}
+
+} // namespace
+
 class TestInstallerPackages : public QObject {
     Q_OBJECT
+
+    std::optional<InstallerDevice> m_device;
+
+    /// Runs the installer: it must tell this code, and leave an older dictionary and everything else as it
+    /// was.
+    void compareUnchanged(Code code, const QString& name = u"/dicts_1.tsi"_qs) {
+        writeFile(m_device->dictionary(u"Czech - German.tsdict"_qs), "older");
+        const auto before = m_device->content();
+        QByteArray log;
+        QCOMPARE(m_device->run(name, &log), 1);
+        QCOMPARE(m_device->status().code, int(code));
+        QVERIFY(m_device->status().progress >= 0 && m_device->status().progress < 100);
+        QCOMPARE(m_device->content(), before);
+        QCOMPARE(log.count('\n'), 1);
+        QVERIFY2(log.contains("(" + QByteArray::number(int(code)) + ")"), log.constData());
+    }
 
 private Q_SLOTS:
     void init() { m_device.emplace(); }
     void cleanup() { m_device.reset(); }
-    void refusesPackage_data();
-    void refusesPackage();
-    void refusesName_data();
-    void refusesName();
-    void refusesWithoutSpace();
-    void installs();
-    void takesBackWhatItDid();
 
-private:
-    PackageBuilder goodPackage() const {
-        PackageBuilder package;
-        package.add(text("Czech - German.tsdict"), dictionary(80));
-        package.add(text("Ελληνικά (ὡς) [1].tsdict"), dictionary());
-        return package;
+    void refusesBytes_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        const QByteArray good = goodPackage().build();
+        QTest::newRow("no zip") << QByteArray(5000, 'x');
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("cut short") << good.chopped(30);
+        QTest::newRow("half") << good.left(2000);
+        QTest::newRow("damaged") << QByteArray(good).replace(good.size() / 2, 8, QByteArray(8, '\xFF'));
     }
-    void compareUnchanged(Code code, const QString& name = QStringLiteral("/dicts_1.tsi"));
+    void refusesBytes() {
+        QFETCH(const QByteArray, bytes);
+        writeFile(m_device->packagePath(), bytes);
+        compareUnchanged(Code::NotAPackage);
+    }
 
-    std::optional<InstallerDevice> m_device;
+    void refusesPackage_data() {
+        QTest::addColumn<Spoil>("spoil");
+        QTest::addColumn<Code>("code");
+        const auto row = [](const QString& name, Code code, const Spoil& spoil) {
+            QTest::newRow(qPrintable(name)) << spoil << code;
+        };
+
+        row(u"no manifest"_qs, Code::NoManifest, [](auto& package) { package.manifest = QByteArray(); });
+        for (const QByteArray& json : {QByteArray(2 << 20, ' '), QByteArray("{"), QByteArray("[1]"),
+                                       QByteArray(R"({"package_id": 1, "files": []})"),
+                                       QByteArray(R"({"files": [{"name": "X.tsdict"}]})")})
+            row(u"manifest "_qs + QString::fromLatin1(json.left(40)), Code::BadManifest,
+                [json](auto& package) { package.manifest = json; });
+        const std::pair<QString, QJsonValue> fields[] = {
+            {u"name"_qs, u"program.sh"_qs},
+            {u"name"_qs, u"a/b.tsdict"_qs},
+            {u"name"_qs, u"../../b.tsdict"_qs},
+            {u"name"_qs, u".tsdict"_qs},
+            {u"name"_qs, u"a\nb.tsdict"_qs},
+            {u"name"_qs, u"a\0b.tsdict"_qs},
+            {u"name"_qs, QString(250, u'a') + u".tsdict"_qs},
+            {u"size"_qs, -1},
+            {u"size"_qs, 10.5},
+            {u"size"_qs, 1e18},
+            {u"sha256"_qs, u"abc"_qs},
+        };
+        for (const auto& [key, value] : fields)
+            row(key + u' ' + value.toVariant().toString(), Code::BadManifest,
+                [key, value](auto& package) { package.relist(key, value); });
+        row(u"too many files"_qs, Code::BadManifest, [](auto& package) {
+            for (int i = 0; i < 500; ++i)
+                package.listed.append(package.listed.last());
+        });
+        row(u"same but for case"_qs, Code::BadManifest,
+            [](auto& package) { package.add(u"CZECH - german.tsdict"_qs, dictionary()); });
+
+        for (const QString& name :
+             {u"extra.tsdict"_qs, u"../../../../escaped.tsdict"_qs, u"/tmp/escaped.tsdict"_qs,
+              u"Czech - German.tsdict"_qs, u"manifest.json"_qs})
+            row(u"entry "_qs + name, Code::BadEntry, [name](auto& package) {
+                package.entries.append({name, "x"});
+            });
+        row(u"folder"_qs, Code::BadEntry, [](auto& package) {
+            package.entries.append({u"folder"_qs, {}, Kind::Folder});
+        });
+        row(u"link"_qs, Code::BadEntry, [](auto& package) {
+            package.entries.last() = {package.entries.last().name, "/etc/passwd", Kind::Link};
+        });
+        row(u"missing"_qs, Code::MissingFile, [](auto& package) { package.entries.removeLast(); });
+        for (const int size : {100, 1'000'000})
+            row(u"listed %1"_qs.arg(size), Code::WrongSize,
+                [size](auto& package) { package.relist(u"size"_qs, size); });
+        row(u"bomb"_qs, Code::WrongSize, [](auto& package) { package.addBomb(50'000'003); });
+        row(u"checksum"_qs, Code::WrongChecksum,
+            [](auto& package) { package.relist(u"sha256"_qs, QString(64, u'0')); });
+
+        const QByteArray metadata = "CREATE TABLE metadata (key, value);";
+        const std::pair<const char*, QByteArray> files[] = {
+            {"no database", QByteArray(10'000, 'x')},
+            {"empty file", ""},
+            {"cut database", dictionary(2000).left(5000)},
+            {"no entries", makeDatabase(metadata)},
+            {"virtual table",
+             makeDatabase(metadata + "CREATE VIRTUAL TABLE entries USING fts5(headword, definition)")},
+            {"endless view",
+             makeDatabase(metadata + "CREATE VIEW entries AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL "
+                                     "SELECT i + 1 FROM n) SELECT i AS headword FROM n WHERE i < 0")},
+        };
+        for (const auto& [name, content] : files)
+            row(QString::fromLatin1(name), Code::NotADictionary,
+                [content = content](auto& package) { package.add(u"new.tsdict"_qs, content); });
+    }
+    void refusesPackage() {
+        QFETCH(const Spoil, spoil);
+        QFETCH(const Code, code);
+        PackageBuilder package = goodPackage();
+        spoil(package);
+        package.write(m_device->packagePath());
+        compareUnchanged(code);
+    }
+
+    void refusesName_data() {
+        QTest::addColumn<Code>("code");
+        for (const char* const name : {"", "/", "/../dicts_1.tsi", "//etc/passwd"})
+            QTest::newRow(name) << Code::BadArguments;
+        for (const char* const name : {"/none.tsi", "/link.tsi", "/folder.tsi"})
+            QTest::newRow(name) << Code::PackageUnreadable;
+        QTest::newRow(QByteArray(300, 'a')) << Code::PackageUnreadable;
+    }
+    void refusesName() {
+        QFETCH(const Code, code);
+        const QString target = m_device->path("/mnt/ext1/package.tsi");
+        goodPackage().write(target);
+        QFile::link(target, m_device->path("/mnt/ext1/Downloads/link.tsi"));
+        QDir().mkpath(m_device->path("/mnt/ext1/Downloads/folder.tsi"));
+        compareUnchanged(code, QString::fromLatin1(QTest::currentDataTag()));
+    }
+
+    void refusesWithoutSpace() {
+        goodPackage().write(m_device->packagePath());
+        vellum::state::setSecureFreeBytes(10'000);
+        compareUnchanged(Code::NoSpace);
+    }
+
+    void installs() {
+        const auto before = m_device->content();
+        const PackageBuilder package = goodPackage();
+        package.write(m_device->packagePath());
+        writeFile(m_device->dictionary(package.entries[0].name), "older");
+        qputenv("LC_ALL", "C"); // names don't depend on the user's language
+        QCOMPARE(m_device->run(), 0);
+        QCOMPARE(m_device->status().code, int(Code::Installed));
+        QCOMPARE(m_device->status().progress, 100);
+        for (const PackageBuilder::Entry& wanted : package.entries) {
+            QCOMPARE(readFile(m_device->dictionary(wanted.name)), wanted.content);
+            QVERIFY(OpenDictionary(wanted.name.chopped(7).toUtf8().constData()) != 0);
+            QVERIFY(QFile::remove(m_device->dictionary(wanted.name)));
+        }
+        QCOMPARE(m_device->content(), before);
+    }
+
+    void takesBackWhatItDid() {
+        PackageBuilder package = goodPackage();
+        package.add(u"New.tsdict"_qs, dictionary());
+        package.add(u"Taken.tsdict"_qs, dictionary());
+        package.write(m_device->packagePath());
+        QVERIFY(QDir().mkpath(m_device->dictionary(u"Taken.tsdict/inside"_qs)));
+        compareUnchanged(Code::PlacingFailed);
+    }
 };
-
-/// Runs the installer: it must tell this code, and leave an older dictionary and everything else as it was.
-void TestInstallerPackages::compareUnchanged(Code code, const QString& name) {
-    QFile older(m_device->dictionary(text("Czech - German.tsdict")));
-    QVERIFY(older.open(QIODevice::WriteOnly) && older.write("older") == 5 && older.flush());
-    const auto before = m_device->content();
-    QByteArray log;
-    QCOMPARE(m_device->run(name, &log), 1);
-    QCOMPARE(m_device->status().code, int(code));
-    QVERIFY(m_device->status().progress >= 0 && m_device->status().progress < 100);
-    QCOMPARE(m_device->content(), before);
-    QCOMPARE(log.count('\n'), 1);
-    QVERIFY2(log.contains("(" + QByteArray::number(int(code)) + ")"), log.constData());
-}
-
-void TestInstallerPackages::refusesPackage_data() {
-    QTest::addColumn<Spoil>("spoil");
-    QTest::addColumn<Code>("code");
-    const auto row = [](const char* name, Code code, const Spoil& spoil) {
-        QTest::newRow(name) << spoil << code;
-    };
-
-    row("no zip", Code::NotAPackage, [](auto&) { return QByteArray(5000, 'x'); });
-    row("empty", Code::NotAPackage, [](auto&) { return QByteArray(); });
-    row("cut short", Code::NotAPackage, [](auto& package) { return package.build().chopped(30); });
-    row("half", Code::NotAPackage, [](auto& package) { return package.build().left(2000); });
-    row("damaged data", Code::NotAPackage, [](auto& package) {
-        const QByteArray good = package.build();
-        return QByteArray(good).replace(good.size() / 2, 8, QByteArray(8, '\xFF'));
-    });
-
-    row("no manifest", Code::NoManifest, manifest(QByteArray()));
-    row("manifest too long", Code::BadManifest, manifest(QByteArray(2 << 20, ' ')));
-    row("manifest no JSON", Code::BadManifest, manifest("{"));
-    row("manifest no object", Code::BadManifest, manifest("[1]"));
-    row("no files", Code::BadManifest, manifest(R"({"package_id": 1, "files": []})"));
-    row("no package id", Code::BadManifest, manifest(R"({"files": [{"name": "X.tsdict"}]})"));
-    row("too many files", Code::BadManifest, [](auto& package) {
-        for (int i = 0; i < 500; ++i)
-            package.listed.append(package.listed.last());
-        return package.build();
-    });
-    row("other ending", Code::BadManifest, named(text("program.sh")));
-    row("folder in name", Code::BadManifest, named(text("a/b.tsdict")));
-    row("name leads out", Code::BadManifest, named(text("../../b.tsdict")));
-    row("hidden name", Code::BadManifest, named(text(".tsdict")));
-    row("control character", Code::BadManifest, named(text("a\nb.tsdict")));
-    row("NUL", Code::BadManifest, named(QStringLiteral("a") + QChar(u'\0') + text(".tsdict")));
-    row("name too long", Code::BadManifest, named(QString(250, u'a') + text(".tsdict")));
-    row("same but for case", Code::BadManifest, also("CZECH - german.tsdict", dictionary()));
-    row("negative size", Code::BadManifest, listed("size", -1));
-    row("fractional size", Code::BadManifest, listed("size", 10.5));
-    row("huge size", Code::BadManifest, listed("size", 1e18));
-    row("no checksum", Code::BadManifest, listed("sha256", text("abc")));
-
-    row("not listed", Code::BadEntry, entry("extra.tsdict", Kind::File, "x"));
-    row("leads out", Code::BadEntry, entry("../../../../escaped.tsdict", Kind::File, "x"));
-    row("absolute", Code::BadEntry, entry("/tmp/escaped.tsdict", Kind::File, "x"));
-    row("link", Code::BadEntry, [](auto& package) {
-        package.entries.last() = {package.entries.last().name, "/etc/passwd", Kind::Link};
-        return package.build();
-    });
-    row("folder", Code::BadEntry, entry("folder", Kind::Folder));
-    row("twice", Code::BadEntry, entry("Czech - German.tsdict", Kind::File, "x"));
-    row("second manifest", Code::BadEntry, entry("manifest.json", Kind::File, "{}"));
-    row("missing", Code::MissingFile, [](auto& package) {
-        package.entries.removeLast();
-        return package.build();
-    });
-
-    row("listed longer", Code::WrongSize, listed("size", 1'000'000));
-    row("listed shorter", Code::WrongSize, listed("size", 100));
-    row("bomb", Code::WrongSize, [](auto& package) {
-        package.addBomb(50'000'003);
-        return package.build();
-    });
-    row("checksum", Code::WrongChecksum, listed("sha256", QString(64, u'0')));
-
-    row("no database", Code::NotADictionary, also("text.tsdict", QByteArray(10'000, 'x')));
-    row("empty file", Code::NotADictionary, also("empty.tsdict", ""));
-    row("cut database", Code::NotADictionary, also("cut.tsdict", dictionary(2000).left(5000)));
-    row("no entries", Code::NotADictionary,
-        also("table.tsdict", makeDatabase("CREATE TABLE metadata (key, value)")));
-    row("virtual table", Code::NotADictionary,
-        also("virtual.tsdict",
-             makeDatabase("CREATE TABLE metadata (key, value);"
-                          "CREATE VIRTUAL TABLE entries USING fts5(headword, definition)")));
-    row("endless view", Code::NotADictionary,
-        also("view.tsdict",
-             makeDatabase("CREATE TABLE metadata (key, value);"
-                          "CREATE VIEW entries AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i "
-                          "+ 1 FROM n) SELECT i AS headword FROM n WHERE i < 0")));
-}
-
-void TestInstallerPackages::refusesPackage() {
-    QFETCH(const Spoil, spoil);
-    QFETCH(const Code, code);
-    PackageBuilder package = goodPackage();
-    const QByteArray bytes = spoil(package);
-    QFile file(m_device->packagePath());
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush());
-    compareUnchanged(code);
-}
-
-void TestInstallerPackages::refusesName_data() {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<Code>("code");
-    QTest::newRow("empty") << QString() << Code::BadArguments;
-    QTest::newRow("folder itself") << text("/") << Code::BadArguments;
-    QTest::newRow("leads out") << text("/../dicts_1.tsi") << Code::BadArguments;
-    QTest::newRow("absolute") << text("//etc/passwd") << Code::BadArguments;
-    QTest::newRow("absent") << text("/none.tsi") << Code::PackageUnreadable;
-    QTest::newRow("too long") << QString(300, u'a') << Code::PackageUnreadable;
-    QTest::newRow("link") << text("/link.tsi") << Code::PackageUnreadable;
-    QTest::newRow("folder") << text("/folder.tsi") << Code::PackageUnreadable;
-}
-
-void TestInstallerPackages::refusesName() {
-    QFETCH(const QString, name);
-    QFETCH(const Code, code);
-    goodPackage().write(m_device->path("/mnt/ext1/package.tsi"));
-    QFile::link(m_device->path("/mnt/ext1/package.tsi"), m_device->path("/mnt/ext1/Downloads/link.tsi"));
-    QDir().mkpath(m_device->path("/mnt/ext1/Downloads/folder.tsi"));
-    compareUnchanged(code, name);
-}
-
-void TestInstallerPackages::refusesWithoutSpace() {
-    goodPackage().write(m_device->packagePath());
-    vellum::state::setSecureFreeBytes(10'000);
-    compareUnchanged(Code::NoSpace);
-}
-
-void TestInstallerPackages::installs() {
-    const auto before = m_device->content();
-    const PackageBuilder package = goodPackage();
-    package.write(m_device->packagePath());
-    QFile older(m_device->dictionary(package.entries[0].name));
-    QVERIFY(older.open(QIODevice::WriteOnly) && older.write("older") == 5 && older.flush());
-    qputenv("LC_ALL", "C"); // names don't depend on the user's language
-    QCOMPARE(m_device->run(), 0);
-    QCOMPARE(m_device->status().code, int(Code::Installed));
-    QCOMPARE(m_device->status().progress, 100);
-    for (const PackageBuilder::Entry& wanted : package.entries) {
-        QFile file(m_device->dictionary(wanted.name));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), wanted.content);
-        QVERIFY(OpenDictionary(wanted.name.chopped(7).toUtf8().constData()) != 0);
-        QVERIFY(file.remove());
-    }
-    QCOMPARE(m_device->content(), before);
-}
-
-void TestInstallerPackages::takesBackWhatItDid() {
-    PackageBuilder package = goodPackage();
-    package.add(text("New.tsdict"), dictionary());
-    package.add(text("Taken.tsdict"), dictionary());
-    package.write(m_device->packagePath());
-    QVERIFY(QDir().mkpath(m_device->dictionary(text("Taken.tsdict/inside"))));
-    compareUnchanged(Code::PlacingFailed);
-}
 
 QTEST_GUILESS_MAIN(TestInstallerPackages)
 #include "tst_installer_packages.moc"

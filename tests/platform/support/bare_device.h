@@ -1,13 +1,9 @@
 #pragma once
 
-#include <base/log_sink.h>
+#include <tests/support/files.h>
 #include <vellum/device_state.h>
 
-#include <QDir>
-#include <QStringList>
 #include <QTemporaryDir>
-#include <mutex>
-#include <utility>
 
 namespace tessaly::tests {
 
@@ -23,33 +19,12 @@ public:
     [[nodiscard]] QString path(const char* devicePath) const {
         return m_root.path() + QString::fromUtf8(devicePath);
     }
-
-private:
-    QTemporaryDir m_root;
-};
-
-/// The errors and warnings that were logged. Each test takes those it provokes; what is left is a failure.
-class LogSpy {
-public:
-    LogSpy()
-        : m_number(log::addListener([this](const log::Record& record) {
-            const std::lock_guard lock(m_mutex);
-            if (record.level <= log::Level::Warning)
-                m_texts << QString::fromStdString(record.text);
-        })) {}
-    ~LogSpy() { log::removeListener(m_number); }
-    LogSpy(const LogSpy&) = delete;
-    LogSpy& operator=(const LogSpy&) = delete;
-
-    QStringList take() {
-        const std::lock_guard lock(m_mutex);
-        return std::exchange(m_texts, {});
+    void write(const QString& devicePath, const QByteArray& content) const {
+        writeFile(m_root.path() + devicePath, content);
     }
 
 private:
-    std::mutex m_mutex;
-    QStringList m_texts;
-    int m_number;
+    QTemporaryDir m_root;
 };
 
 } // namespace tessaly::tests

@@ -1,34 +1,43 @@
 #include "../support/bare_device.h"
-#include "canned_server.h"
+#include "../support/canned_server.h"
 
+#include <tests/support/log_watch.h>
 #include <utilities/http_client.h>
 #include <utilities/sync_downloader.h>
 #include <vellum/clock.h>
 
 #include <QCryptographicHash>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QTest>
 #include <csignal>
 #include <future>
+#include <optional>
 #include <sys/resource.h>
 
 using namespace tessaly;
 using fixture::Fault;
 using utilities::SyncDownloader;
+using Kind = Fault::Kind;
 
 Q_DECLARE_METATYPE(Fault)
 
 namespace {
 
-const std::string content(3'000'000, 'c');
+const QByteArray content(3'000'000, 'c');
 
-std::string checksumOf(const std::string& text) {
-    return QCryptographicHash::hash(QByteArrayView(text.data(), qsizetype(text.size())),
-                                    QCryptographicHash::Sha256)
-        .toHex()
-        .toStdString();
+QByteArray checksumOf(const QByteArray& text) {
+    return QCryptographicHash::hash(text, QCryptographicHash::Sha256).toHex();
 }
+
+struct Progress {
+    explicit Progress(const SyncDownloader& downloader) {
+        downloader.GetProgress(&active, &label, &total, &done);
+    }
+    bool active = false;
+    std::string label;
+    int total = 0;
+    int done = 0;
+};
 
 } // namespace
 
@@ -39,43 +48,35 @@ private Q_SLOTS:
     void initTestCase() { utilities::HttpClient::setDefaultLimits({1000, 1, 1, 1000}); }
 
     void init() {
-        QDir folder(m_folder);
-        folder.removeRecursively();
-        folder.mkpath(m_folder);
+        QVERIFY(QDir(m_folder).removeRecursively() && QDir().mkpath(m_folder));
         m_server.setFault({});
+        m_downloader.emplace("/mnt/ext1/Downloads");
     }
 
-    void cleanup() { QCOMPARE(m_log.take(), QStringList()); }
+    void cleanup() { QCOMPARE(m_log.takeUnexpected(), QStringList()); }
 
     void storesTheWholeFile_data() {
-        QTest::addColumn<std::string>("fragment");
+        QTest::addColumn<QByteArray>("fragment");
         QTest::addColumn<Fault>("fault");
-        const std::string checksum = checksumOf(content);
-        QTest::newRow("nothing known") << std::string() << Fault{};
-        QTest::newRow("all known") << "#size=3000000&sha256=" + checksum << Fault{};
-        QTest::newRow("capitals") << "#sha256=" + QString::fromStdString(checksum).toUpper().toStdString()
-                                  << Fault{};
+        QTest::newRow("nothing known") << QByteArray() << Fault{};
+        QTest::newRow("all known") << "#size=3000000&sha256=" + checksumOf(content) << Fault{};
+        QTest::newRow("capitals") << "#sha256=" + checksumOf(content).toUpper() << Fault{};
         // Longer than the bound on other requests.
-        QTest::newRow("slow") << std::string("#size=3000000") << Fault{Fault::Kind::None, 0, 2'000'000};
+        QTest::newRow("slow") << QByteArray("#size=3000000") << Fault{Kind::None, 0, 2'000'000};
     }
     void storesTheWholeFile() {
-        QFETCH(std::string, fragment);
+        QFETCH(QByteArray, fragment);
         QFETCH(Fault, fault);
         m_server.setFault(fault);
-        QVERIFY(write("file.tsi", "an older one"));
-        SyncDownloader downloader("/mnt/ext1/Downloads");
-        QVERIFY(downloader.Download(m_server.url("/file") + fragment, "/file.tsi", 0, "label"));
-        QCOMPARE(read("file.tsi"), content);
-        QCOMPARE(files(), QStringList(QStringLiteral("file.tsi")));
-        bool active = true;
-        std::string text;
-        int total = 0;
-        int done = 0;
-        downloader.GetProgress(&active, &text, &total, &done);
-        QVERIFY(!active && text == "label" && total == 2930 && done == 2930);
-        downloader.ClearStatus();
-        downloader.GetProgress(nullptr, &text, &total, &done);
-        QVERIFY(text.empty() && total == 1 && done == 0);
+        writeFile(m_file, "an older one");
+        QVERIFY(download("/file" + fragment.toStdString()));
+        QCOMPARE(readFile(m_file), content);
+        QCOMPARE(files(), QStringList(u"file.tsi"_qs));
+        const Progress full(*m_downloader);
+        QVERIFY(!full.active && full.label == "label" && full.total == 2930 && full.done == 2930);
+        m_downloader->ClearStatus();
+        const Progress cleared(*m_downloader);
+        QVERIFY(cleared.label.empty() && cleared.total == 1 && cleared.done == 0);
     }
 
     void failureLeavesNothing_data() {
@@ -83,31 +84,28 @@ private Q_SLOTS:
         QTest::addColumn<std::string>("path");
         QTest::addColumn<Fault>("fault");
         QTest::addColumn<QString>("reason");
-        const auto add = [](const char* name, const std::string& address, const Fault& fault,
-                            const QString& reason, const std::string& path = "/file.tsi") {
-            QTest::newRow(name) << address << path << fault << reason;
+        const auto add = [](const std::string& address, const char* reason, const Fault& fault = {},
+                            const std::string& path = "/file.tsi") {
+            QTest::addRow("%s %s: %s", address.c_str(), path.c_str(), reason)
+                << address << path << fault << QString::fromLatin1(reason);
         };
-        using Kind = Fault::Kind;
-        add("cut", "/file", {Kind::Close, 1'000'000}, QStringLiteral("2000000 bytes remaining"));
-        add("reset", "/file", {Kind::Reset, 1'000'000}, QStringLiteral("Recv failure"));
-        add("stall", "/file", {Kind::Stall, 1'000'000}, QStringLiteral("Timeout"));
-        add("endless", "/file#size=1000000", {Kind::Endless}, QStringLiteral("longer than announced"));
-        add("announces another size", "/file#size=5", {},
-            QStringLiteral("announces 3000000 bytes instead of 5"));
-        add("announces too much", "/huge", {}, QStringLiteral("Maximum file size exceeded"));
-        add("unannounced and short", "/open#size=5", {}, QStringLiteral("shorter than announced"));
-        add("wrong checksum", "/file#sha256=" + checksumOf("other"), {}, QStringLiteral("checksum is wrong"));
-        add("no checksum", "/file#sha256=abc", {}, QStringLiteral("makes no sense"));
-        add("no size", "/file#size=-1", {}, QStringLiteral("makes no sense"));
-        add("error status", "/missing", {}, QStringLiteral("status 404"));
-        add("empty error status", "/gone", {}, QStringLiteral("status 410"));
-        const std::string names[] = {"",    "/",  "//file.tsi", "/a/b",
-                                     "/..", "..", "/.",         std::string("/a\0b", 4)};
-        for (const std::string& name : names)
-            add("name " + QByteArray::fromStdString(name).toPercentEncoding(), "/file", {},
-                QStringLiteral("not a file name"), name);
-        add("name too long", "/file", {}, QStringLiteral("File name too long"), '/' + std::string(256, 'n'));
-        add("name of a folder", "/file", {}, QStringLiteral("Is a directory"), "/folder");
+        add("/file", "2000000 bytes remaining", {Kind::Close, 1'000'000});
+        add("/file", "Recv failure", {Kind::Reset, 1'000'000});
+        add("/file", "Timeout", {Kind::Stall, 1'000'000});
+        add("/file#size=1000000", "longer than announced", {Kind::Endless});
+        add("/file#size=5", "announces 3000000 bytes instead of 5");
+        add("/huge", "Maximum file size exceeded");
+        add("/open#size=5", "shorter than announced");
+        add("/file#sha256=" + checksumOf("other").toStdString(), "checksum is wrong");
+        add("/file#sha256=abc", "makes no sense");
+        add("/file#size=-1", "makes no sense");
+        add("/missing", "status 404");
+        add("/gone", "status 410");
+        for (const char* const name : {"", "/", "//file.tsi", "/a/b", "/..", "..", "/."})
+            add("/file", "not a file name", {}, name);
+        add("/file", "not a file name", {}, std::string("/a\0b", 4));
+        add("/file", "File name too long", {}, '/' + std::string(256, 'n'));
+        add("/file", "Is a directory", {}, "/folder");
     }
     void failureLeavesNothing() {
         QFETCH(std::string, address);
@@ -115,103 +113,59 @@ private Q_SLOTS:
         QFETCH(Fault, fault);
         QFETCH(QString, reason);
         m_server.setFault(fault);
-        QDir(m_folder).mkdir(QStringLiteral("folder"));
-        SyncDownloader downloader("/mnt/ext1/Downloads");
-        QVERIFY(!downloader.Download(m_server.url(address), path, 0, "label"));
-        const QStringList errors = m_log.take();
-        QVERIFY2(errors.size() == 1 && errors.first().contains(reason), qPrintable(errors.join(u'\n')));
-        std::string text;
-        downloader.GetProgress(nullptr, &text, nullptr, nullptr);
-        QVERIFY(errors.first().endsWith(QString::fromStdString(text)));
-        QCOMPARE(files(), QStringList(QStringLiteral("folder")));
+        QDir(m_folder).mkdir(u"folder"_qs);
+        QVERIFY(!download(address, path));
+        const QStringList errors = m_log.takeUnexpected();
+        QVERIFY2(errors.size() == 1 && errors[0].contains(reason), qPrintable(errors.join(u'\n')));
+        QVERIFY(errors[0].endsWith(QString::fromStdString(Progress(*m_downloader).label)));
+        QCOMPARE(files(), QStringList(u"folder"_qs));
     }
 
     void failsWithoutFolderOrNetworkOrSpace() {
-        QVERIFY(
-            !SyncDownloader("/mnt/ext1/Nowhere").Download(m_server.url("/file"), "/file.tsi", 0, "label"));
-        QVERIFY(m_log.take().value(0).contains(QStringLiteral("No such file or directory")));
-
-        SyncDownloader downloader("/mnt/ext1/Downloads");
-        QVERIFY(write("file.tsi", "an older one"));
+        const auto fails = [this](const char* reason) {
+            return !download("/file") && m_log.takeUnexpected().value(0).contains(QLatin1String(reason));
+        };
+        writeFile(m_file, "an older one");
         vellum::state::setNetworkReachable(false);
-        const bool isDone = downloader.Download(m_server.url("/file"), "/file.tsi", 0, "label");
+        const bool failsOffline = fails("connect");
         vellum::state::setNetworkReachable(true);
-        QVERIFY(!isDone);
-        QVERIFY(m_log.take().value(0).contains(QStringLiteral("connect")));
+        QVERIFY(failsOffline);
 
         std::signal(SIGXFSZ, SIG_IGN);
         rlimit unlimited{};
         QCOMPARE(::getrlimit(RLIMIT_FSIZE, &unlimited), 0);
         const rlimit small{1'000'000, unlimited.rlim_max};
         ::setrlimit(RLIMIT_FSIZE, &small);
-        QVERIFY(!downloader.Download(m_server.url("/file"), "/file.tsi", 0, "label"));
+        const bool failsWhenFull = fails("File too large");
         ::setrlimit(RLIMIT_FSIZE, &unlimited);
-        QVERIFY(m_log.take().value(0).contains(QStringLiteral("File too large")));
+        QVERIFY(failsWhenFull);
         QCOMPARE(files(), QStringList());
+
+        m_downloader.emplace("/mnt/ext1/Nowhere");
+        QVERIFY(fails("No such file or directory"));
     }
 
-    void cancelEndsTheDownload_data() {
+    void endsInTheMiddle_data() {
+        QTest::addColumn<bool>("byQuit");
         QTest::addColumn<Fault>("fault");
-        QTest::newRow("flowing") << Fault{Fault::Kind::None, 0, 500'000};
-        QTest::newRow("stalled") << Fault{Fault::Kind::Stall, 100'000};
+        QTest::newRow("cancelled, flowing") << false << Fault{Kind::None, 0, 500'000};
+        QTest::newRow("cancelled, stalled") << false << Fault{Kind::Stall, 100'000};
+        QTest::newRow("quit") << true << Fault{Kind::Stall, 1'000'000};
     }
-    void cancelEndsTheDownload() {
+    void endsInTheMiddle() {
+        QFETCH(bool, byQuit);
         QFETCH(Fault, fault);
         m_server.setFault(fault);
-        SyncDownloader downloader("/mnt/ext1/Downloads");
-        auto result = std::async(std::launch::async, [&] {
-            return downloader.Download(m_server.url("/file"), "/file.tsi", 0, "label");
-        });
-        bool active = false;
-        int total = 0;
-        int done = 0;
-        while (done == 0) {
-            downloader.GetProgress(&active, nullptr, &total, &done);
-            QVERIFY(total > 0 && done <= total);
-        }
-        QVERIFY(active);
-        QCOMPARE(total, 2930);
-        QElapsedTimer timer;
-        timer.start();
-        downloader.CancelCurrent();
-        downloader.ClearStatus(); // must not bring it back to life
-        QVERIFY(!result.get());
-        QVERIFY(timer.elapsed() < 450);
-        QCOMPARE(files(), QStringList());
-    }
-
-    void cancelLastsUntilCleared() {
-        SyncDownloader downloader("/mnt/ext1/Downloads");
-        downloader.CancelCurrent();
-        const int before = m_server.requests();
-        QVERIFY(!downloader.Download(m_server.url("/file"), "/file.tsi", 0, "label"));
-        QVERIFY(!downloader.Download(m_server.url("/file"), "/file.tsi", 0, "label"));
-        QCOMPARE(m_server.requests(), before);
-        downloader.ClearStatus();
-        QVERIFY(downloader.Download(m_server.url("/file"), "/file.tsi", 0, "label"));
-    }
-
-    void keepsToItsOptions() {
-        SyncDownloader downloader("/mnt/ext1/Downloads", {{{"X-Key", "secret"}}, 1000});
-        QVERIFY(downloader.Download(m_server.url("/echo"), "/file.tsi", 0, "label"));
-        QVERIFY(read("file.tsi").find("\r\nX-Key: secret\r\n") != std::string::npos);
-        QVERIFY(!downloader.Download(m_server.url("/file"), "/file.tsi", 0, "label"));
-        QVERIFY(m_log.take().value(0).endsWith(QStringLiteral("Maximum file size exceeded")));
-    }
-
-    void quittingEndsADownload() {
-        m_server.setFault({Fault::Kind::Stall, 1'000'000});
-        SyncDownloader downloader("/mnt/ext1/Downloads");
-        auto result = std::async(std::launch::async, [&] {
-            return downloader.Download(m_server.url("/file"), "/file.tsi", 0, "label");
-        });
-        const auto done = [&downloader] {
-            int kibibytes = 0;
-            downloader.GetProgress(nullptr, nullptr, nullptr, &kibibytes);
-            return kibibytes;
-        };
-        QTRY_VERIFY(done() > 0);
-        vellum::clock::wakeAll();
+        auto result = std::async(std::launch::async, [&] { return download("/file"); });
+        while (Progress(*m_downloader).done == 0)
+            QVERIFY(Progress(*m_downloader).total > 0);
+        const Progress progress(*m_downloader);
+        QVERIFY(progress.active && progress.total == 2930 && progress.done <= 2930);
+        if (byQuit)
+            vellum::clock::wakeAll();
+        else
+            m_downloader->CancelCurrent();
+        m_downloader->ClearStatus();                                        // must not bring it back to life
         const auto state = result.wait_for(std::chrono::milliseconds(450)); // of a stall of a second
         vellum::clock::resume();
         QCOMPARE(state, std::future_status::ready);
@@ -219,51 +173,59 @@ private Q_SLOTS:
         QCOMPARE(files(), QStringList());
     }
 
+    void cancelLastsUntilCleared() {
+        m_downloader->CancelCurrent();
+        const int before = m_server.requests();
+        QVERIFY(!download("/file") && !download("/file"));
+        QCOMPARE(m_server.requests(), before);
+        m_downloader->ClearStatus();
+        QVERIFY(download("/file"));
+    }
+
+    void keepsToItsOptions() {
+        m_downloader.emplace("/mnt/ext1/Downloads", utilities::DownloadOptions{{{"X-Key", "secret"}}, 1000});
+        QVERIFY(download("/echo"));
+        QVERIFY(readFile(m_file).contains("\r\nX-Key: secret\r\n"));
+        QVERIFY(!download("/file"));
+        QVERIFY(m_log.takeUnexpected().value(0).endsWith(u"Maximum file size exceeded"));
+    }
+
     void downloadsOfOneNameDoNotMix() {
-        SyncDownloader first("/mnt/ext1/Downloads");
         SyncDownloader second("/mnt/ext1/Downloads");
-        m_server.setFault({Fault::Kind::None, 0, 10'000'000});
-        auto one = std::async(std::launch::async,
-                              [&] { return first.Download(m_server.url("/file"), "/file.tsi", 0, "first"); });
+        m_server.setFault({Kind::None, 0, 10'000'000});
+        auto one = std::async(std::launch::async, [&] { return download("/file"); });
         QVERIFY(second.Download(m_server.url("/other"), "/file.tsi", 0, "second"));
         QVERIFY(one.get());
-        const std::string stored = read("file.tsi");
-        QVERIFY(stored == content || stored == std::string(2'000'000, 'o'));
-        QCOMPARE(files(), QStringList(QStringLiteral("file.tsi")));
+        QVERIFY(readFile(m_file) == content || readFile(m_file) == QByteArray(2'000'000, 'o'));
+        QCOMPARE(files(), QStringList(u"file.tsi"_qs));
     }
 
     void clearsAwayWhatDeadDownloadsLeft() {
-        QVERIFY(write(".tsi-download-1-1", "left by a process whose number lives"));
-        QVERIFY(write(".tsi-download-999999999-7", "left"));
-        QVERIFY(write(".tsi-download-notes", "the user's"));
-        QVERIFY(
-            SyncDownloader("/mnt/ext1/Downloads").Download(m_server.url("/file"), "file.tsi", 0, "label"));
-        QCOMPARE(files(), (QStringList{QStringLiteral(".tsi-download-notes"), QStringLiteral("file.tsi")}));
+        writeFile(m_folder + u".tsi-download-1-1"_qs, "left by a process whose number lives");
+        writeFile(m_folder + u".tsi-download-999999999-7"_qs, "left");
+        writeFile(m_folder + u".tsi-download-notes"_qs, "the user's");
+        QVERIFY(download("/file", "file.tsi"));
+        QCOMPARE(files(), (QStringList{u".tsi-download-notes"_qs, u"file.tsi"_qs}));
     }
 
 private:
-    [[nodiscard]] bool write(const char* name, const char* text) const {
-        QFile file(m_folder + QString::fromUtf8(name));
-        return file.open(QIODevice::WriteOnly) && file.write(text) > 0;
+    bool download(const std::string& address, const std::string& path = "/file.tsi") {
+        return m_downloader->Download(m_server.url(address), path, 0, "label");
     }
-    [[nodiscard]] std::string read(const char* name) const {
-        QFile file(m_folder + QString::fromUtf8(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
-    }
-    [[nodiscard]] QStringList files() const {
-        return QDir(m_folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
-    }
+    [[nodiscard]] QStringList files() const { return folderContent(m_folder).keys(); }
 
     tests::BareDevice m_device;
-    tests::LogSpy m_log;
+    LogWatch m_log;
+    std::optional<SyncDownloader> m_downloader;
     const QString m_folder = m_device.path("/mnt/ext1/Downloads/");
+    const QString m_file = m_folder + u"file.tsi"_qs;
     tests::CannedServer m_server{{
-        {"/file", tests::CannedServer::ok(content)},
+        {"/file", tests::CannedServer::ok(content.toStdString())},
         {"/other", tests::CannedServer::ok(std::string(2'000'000, 'o'))},
         {"/open", "HTTP/1.1 200 OK\r\n\r\nfour"},
         {"/huge", "HTTP/1.1 200 OK\r\nContent-Length: 5000000000\r\n\r\nand so on"},
-        {"/missing", "HTTP/1.1 404 Not Found\r\nContent-Length: 4\r\n\r\nnone"},
-        {"/gone", "HTTP/1.1 410 Gone\r\nContent-Length: 0\r\n\r\n"},
+        {"/missing", tests::CannedServer::withBody("404 Not Found", "none")},
+        {"/gone", tests::CannedServer::withBody("410 Gone", "")},
     }};
 };
 

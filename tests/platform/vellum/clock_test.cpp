@@ -17,15 +17,6 @@ private Q_SLOTS:
         vellum::clock::takeSleeps();
     }
 
-    void aTimerFiresOnce() {
-        Calls calls;
-        SetHardTimerEx("once", Calls::add, &calls, 30);
-        QTRY_COMPARE(calls.count, 1);
-        QVERIFY(calls.timer.elapsed() >= 30);
-        QTest::qWait(100);
-        QCOMPARE(calls.count, 1);
-    }
-
     void armingANameAgainReplacesItsTimer() {
         Calls first;
         Calls second;
@@ -35,8 +26,8 @@ private Q_SLOTS:
         SetHardTimerEx("name", Calls::add, &second, 60);
         QTRY_COMPARE(second.count, 1);
         QVERIFY(second.timer.elapsed() >= 60);
-        QCOMPARE(other.count, 1);
-        QCOMPARE(first.count, 0);
+        QTest::qWait(100);
+        QVERIFY(first.count == 0 && second.count == 1 && other.count == 1);
     }
 
     void aTimerMayArmItself() {

@@ -1,10 +1,11 @@
 #include "../support/bare_device.h"
 
+#include <tests/support/log_watch.h>
 #include <vellum/clock.h>
 #include <vellum/vellum.h>
 
 #include <QElapsedTimer>
-#include <QFile>
+#include <QProcess>
 #include <QTest>
 #include <csignal>
 #include <future>
@@ -34,7 +35,7 @@ private Q_SLOTS:
         vellum::state::setConnectDelayMs(0);
     }
 
-    void cleanup() { QCOMPARE(m_log.take(), QStringList()); }
+    void cleanup() { QCOMPARE(m_log.takeUnexpected(), QStringList()); }
 
     void aTaskIsFoundWhileItLives() {
         vellum::state::setConnectDelayMs(60'000);
@@ -61,34 +62,28 @@ private Q_SLOTS:
     }
 
     void closesTasksOfTheDeviceOnly() {
-        pid_t stranger = -1;
-        char* const arguments[] = {const_cast<char*>("sleep"), const_cast<char*>("60"), nullptr};
-        QCOMPARE(::posix_spawnp(&stranger, "sleep", nullptr, nullptr, arguments, environ), 0);
-        QCOMPARE(CloseTask(stranger, 0, 1), -1);
-        QCOMPARE(::kill(stranger, SIGKILL), 0);
-        int status = 0;
-        QCOMPARE(::waitpid(stranger, &status, 0), stranger);
-        QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
+        QProcess stranger;
+        stranger.start(u"sleep"_qs, {u"60"_qs});
+        QVERIFY(stranger.waitForStarted());
+        QCOMPARE(CloseTask(int(stranger.processId()), 0, 1), -1);
+        QVERIFY(!stranger.waitForFinished(100));
+        stranger.kill();
+        QVERIFY(stranger.waitForFinished());
     }
 
     void aNullEntryEndsTheArguments() {
-        QFile script(m_device.path("/ebrmain/bin/script"));
-        QVERIFY(script.open(QIODevice::WriteOnly));
-        script.write("#!/bin/sh\necho \"$#:$1:$2\" > \"$1.part\" && mv \"$1.part\" \"$1\"\n");
-        script.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-        script.close();
+        const QString script = m_device.path("/ebrmain/bin/script");
+        writeFile(script, "#!/bin/sh\necho \"$#:$1:$2\" > \"$1.part\" && mv \"$1.part\" \"$1\"\n");
+        QFile::setPermissions(script, QFile::ReadOwner | QFile::ExeOwner);
         const QByteArray output = m_device.path("/var/output").toUtf8();
         const char* const arguments[] = {output.constData(), "second one", nullptr, "not there"};
         QVERIFY(OpenTask("/ebrmain/bin/script", 4, arguments, 0) > 0);
-        QFile written(QString::fromUtf8(output));
-        QTRY_VERIFY(written.exists());
-        QVERIFY(written.open(QIODevice::ReadOnly));
-        QCOMPARE(written.readAll(), "2:" + output + ":second one\n");
+        QTRY_COMPARE(readFile(QString::fromUtf8(output)), "2:" + output + ":second one\n");
     }
 
     void reportsAProgramThatDoesNotStart() {
         QCOMPARE(OpenTask("/ebrmain/bin/nothing", 0, nullptr, 0), -1);
-        QVERIFY(m_log.take().value(0).endsWith(QStringLiteral("No such file or directory")));
+        QVERIFY(m_log.takeUnexpected().value(0).endsWith(QStringLiteral("No such file or directory")));
     }
 
     void connectsThroughTheAgent() {
@@ -105,7 +100,7 @@ private Q_SLOTS:
         QCOMPARE(NetConnect2(nullptr, 1), -1);
         vellum::state::setNetworkReachable(true);
         QCOMPARE(NetConnect2(nullptr, 1), -1);
-        QVERIFY(m_log.take().value(0).startsWith(QStringLiteral("Can not start")));
+        QVERIFY(m_log.takeUnexpected().value(0).startsWith(QStringLiteral("Can not start")));
     }
 
     void theAgentFailsWhenTheNetworkGoesMeanwhile() {
@@ -135,7 +130,7 @@ private Q_SLOTS:
 
 private:
     tests::BareDevice m_device;
-    tests::LogSpy m_log;
+    LogWatch m_log;
 };
 
 QTEST_GUILESS_MAIN(ProgramsTest)

@@ -20,13 +20,13 @@ class KeeperTest : public QObject {
     /// Marked processes: both keepers, the work, and two that it started, of which one is nobody's child any
     /// more.
     QList<pid_t> processes() const { return processesWith(m_mark); }
-    pid_t work() const { return started().value(0).toInt(); }
-    QByteArrayList started() const {
-        QFile file(m_folder.filePath(u"started"_qs));
-        return file.open(QIODevice::ReadOnly) ? file.readAll().split('\n') : QByteArrayList();
+    pid_t work() const {
+        QFile file(m_started);
+        return file.open(QIODevice::ReadOnly) ? file.readLine().trimmed().toInt() : 0;
     }
 
     QTemporaryDir m_folder;
+    QString m_started; ///< the work writes its number into it
     const QString m_mark = QUuid::createUuid().toString();
 
 private Q_SLOTS:
@@ -36,22 +36,17 @@ private Q_SLOTS:
         QTest::addColumn<int>("number");
         QTest::addColumn<int>("status"); // of the outer keeper; -1: it was killed itself
         QTest::newRow("asked to end") << 0 << SIGTERM << 7;
-        QTest::newRow("interrupted") << 0 << SIGINT << 7;
-        QTest::newRow("hung up") << 0 << SIGHUP << 7;
         QTest::newRow("outer keeper killed") << 0 << SIGKILL << -1;
-        QTest::newRow("inner keeper asked to end") << 1 << SIGTERM << 7;
         QTest::newRow("inner keeper killed") << 1 << SIGKILL << 128 + SIGKILL;
-        QTest::newRow("work killed") << 2 << SIGKILL << 128 + SIGKILL;
         QTest::newRow("work crashed") << 2 << SIGSEGV << 128 + SIGSEGV;
         QTest::newRow("power cut, then asked to end") << 0 << SIGUSR1 << 7;
-        QTest::newRow("power cut by the work") << 1 << SIGUSR1 << 7;
+        QTest::newRow("asked to end, stubborn work") << 0 << SIGTERM << 128 + SIGKILL;
     }
     void nothingIsLeft() {
         QFETCH(const int, generation);
         QFETCH(const int, number);
-        QFile::remove(m_folder.filePath(u"started"_qs));
-        m_keeper.start(QCoreApplication::applicationFilePath(),
-                       {u"--keep"_qs, m_folder.filePath(u"started"_qs), m_mark});
+        m_started = m_folder.filePath(QString::fromLatin1(QTest::currentDataTag()));
+        m_keeper.start(QCoreApplication::applicationFilePath(), {u"--keep"_qs, m_started, m_mark});
         QTRY_COMPARE(processes().size(), 5);
         const pid_t first = work();
         const pid_t inner = parentOf(first);
@@ -68,16 +63,6 @@ private Q_SLOTS:
         QTEST(m_keeper.exitStatus() == QProcess::NormalExit ? m_keeper.exitCode() : -1, "status");
         QTRY_COMPARE(processes(), QList<pid_t>());
     }
-
-    void stubbornWorkIsKilled() {
-        m_keeper.start(QCoreApplication::applicationFilePath(),
-                       {u"--keep"_qs, m_folder.filePath(u"stubborn"_qs), m_mark});
-        QTRY_COMPARE(processes().size(), 5);
-        m_keeper.terminate();
-        QVERIFY(m_keeper.waitForFinished(10'000));
-        QCOMPARE(m_keeper.exitCode(), 128 + SIGKILL);
-        QTRY_COMPARE(processes(), QList<pid_t>());
-    }
 };
 
 namespace {
@@ -92,7 +77,7 @@ void startSleeper(const char* mark) {
 
 int work(const char* file, const char* mark) {
     std::signal(
-        SIGTERM, QByteArray(file).endsWith("stubborn") ? SIG_IGN : [](int) { ::_exit(7); });
+        SIGTERM, QByteArray(file).endsWith("stubborn work") ? SIG_IGN : [](int) { ::_exit(7); });
     startSleeper(mark);
     if (::fork() == 0) {
         startSleeper(mark);

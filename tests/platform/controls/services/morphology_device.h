@@ -1,15 +1,12 @@
 #pragma once
 
 #include "../../programs/package_builder.h"
-#include "../../utilities/canned_server.h"
+#include "../../support/canned_server.h"
 
 #include <simulator/fixture/test_device.h>
+#include <tests/support/files.h>
 
-#include <QDir>
-#include <QFile>
-#include <QMap>
 #include <QRandomGenerator>
-#include <QString>
 
 namespace tessaly::tests {
 
@@ -42,23 +39,8 @@ public:
 
     [[nodiscard]] QString folder() const { return path("/mnt/ext1/system/hunspell/"); }
 
-    void write(const QString& name, const QByteArray& content) const {
-        QDir().mkpath(QFileInfo(folder() + name).path());
-        QFile file(folder() + name);
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-            qFatal("can not write %s", qPrintable(file.fileName()));
-    }
-
-    /// Content by name; hidden ones and folders too.
-    [[nodiscard]] QMap<QString, QByteArray> content() const {
-        QMap<QString, QByteArray> found;
-        const auto names = QDir(folder()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-        for (const QString& name : names) {
-            QFile file(folder() + name);
-            found.insert(name, file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("folder"));
-        }
-        return found;
-    }
+    void write(const QString& name, const QByteArray& content) const { writeFile(folder() + name, content); }
+    [[nodiscard]] QMap<QString, QByteArray> content() const { return folderContent(folder()); }
 };
 
 } // namespace tessaly::tests

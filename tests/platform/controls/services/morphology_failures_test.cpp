@@ -8,7 +8,7 @@ using tests::TsiInstallationService;
 using tests::TsiInstallationSummary;
 using Entry = tests::PackageBuilder::Entry;
 using Kind = tests::PackageBuilder::Kind;
-using Spoil = std::function<void(tests::MorphologyDevice&)>;
+using Spoil = std::function<void()>;
 
 Q_DECLARE_METATYPE(Spoil)
 
@@ -25,21 +25,11 @@ class MorphologyFailuresTest : public tests::TransferFixture {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theServerRefuses_data() {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<bool>("hasKey");
-        QTest::addColumn<QString>("reason");
-        QTest::newRow("wrong key") << u"en.zip"_qs << false << u"status 401"_qs;
-        QTest::newRow("no such language") << u"qq.zip"_qs << true << u"status 404"_qs;
-    }
     void theServerRefuses() {
-        QFETCH(const QString, file);
-        QFETCH(const bool, hasKey);
-        QFETCH(const QString, reason);
-        m_device->startServer();
-        if (!hasKey)
-            m_service->setApiKeyProvider(nullptr);
-        verifyFails(m_device->server().url() + QStringLiteral("/v1/morphology/") + file, reason);
+        const QString folder = m_device->startServer().url() + u"/v1/morphology/"_qs;
+        verifyFails(folder + u"qq.zip"_qs, u"status 404"_qs);
+        m_service->setApiKeyProvider(nullptr);
+        verifyFails(folder + u"en.zip"_qs, u"status 401"_qs);
     }
 
     void badArchives_data() {
@@ -78,65 +68,54 @@ private Q_SLOTS:
     }
 
     void troubleOnTheWay_data() {
-        QTest::addColumn<fixture::Fault>("fault");
         QTest::addColumn<Spoil>("spoil");
         QTest::addColumn<QString>("reason");
-        const auto nothing = [](auto&) {};
-        QTest::newRow("offline") << fixture::Fault() << Spoil([](auto& device) { device.setOnline(false); })
-                                 << u"offline"_qs;
-        QTest::newRow("cut") << fixture::Fault{fixture::Fault::Kind::Close, 50} << Spoil(nothing)
-                             << u"bytes remaining"_qs;
-        QTest::newRow("endless") << fixture::Fault{fixture::Fault::Kind::Endless} << Spoil(nothing)
-                                 << u"Maximum file size exceeded"_qs;
-        QTest::newRow("a folder in its place") << fixture::Fault() << Spoil([](auto& device) {
-            QFile::remove(device.folder() + u"de.dic"_qs);
-            QDir(device.folder()).mkdir(u"de.dic"_qs);
-        }) << u"is a folder"_qs;
-        QTest::newRow("no folder for the data") << fixture::Fault() << Spoil([](auto& device) {
-            QDir(device.folder()).removeRecursively();
-            QDir().rmpath(device.path("/mnt/ext1/system"));
-            QFile file(device.path("/mnt/ext1/system/hunspell"));
-            static_cast<void>(file.open(QIODevice::WriteOnly));
-        }) << u"hunspell"_qs;
+        const auto row = [](const char* reason, const Spoil& spoil) {
+            QTest::newRow(reason) << spoil << QString::fromLatin1(reason);
+        };
+        row("offline", [this] { m_device->setOnline(false); });
+        row("bytes remaining", [this] { m_files.setFault({fixture::Fault::Kind::Close, 50}); });
+        row("Maximum file size exceeded", [this] { m_files.setFault({fixture::Fault::Kind::Endless}); });
+        row("is a folder", [this] {
+            QFile::remove(m_device->folder() + u"de.dic"_qs);
+            QDir(m_device->folder()).mkdir(u"de.dic"_qs);
+        });
+        row("hunspell", [this] {
+            QDir(m_device->folder()).removeRecursively();
+            writeFile(m_device->path("/mnt/ext1/system/hunspell"), {});
+        });
     }
     void troubleOnTheWay() {
-        QFETCH(const fixture::Fault, fault);
         QFETCH(const Spoil, spoil);
         QFETCH(const QString, reason);
-        m_files.setFault(fault);
-        m_device->write(u"de.dic"_qs, "older words");
-        m_device->write(u"de.aff"_qs, "older rules");
-        spoil(*m_device);
-        verifyFails(m_url, reason, false);
+        verifyFails(m_url, reason, spoil);
     }
 
-    void noAddresses_data() {
-        QTest::addColumn<QString>("url");
+    void noAddresses() {
+        m_log->allow(u"Not an address of morphology data"_qs);
         for (const char* const url :
              {"", "undefined", "de.zip", "http:///de.zip", "http://127.0.0.1:1/", "http://127.0.0.1:1/de.exe",
               "http://127.0.0.1:1/..zip", "file:///tmp/de.zip", "http://127.0.0.1:1/DE.zip",
-              "http://127.0.0.1:1/%2e%2e%2fde.zip", "http://127.0.0.1:1/de.zip/"})
-            QTest::newRow(url) << QString::fromUtf8(url);
-    }
-    void noAddresses() {
-        QFETCH(const QString, url);
-        m_log->allow(u"Not an address of morphology data"_qs);
-        QSignalSpy finished(m_service.get(), &TsiInstallationService::finished);
-        m_service->install(url);
-        QCOMPARE(finished.size(), 1);
-        QVERIFY(!finished[0][0].toBool() && !m_service->isRunning() && m_summary->runningCount() == 0);
-        QCOMPARE(m_log->lines(u"Not an address"_qs).size(), 1);
+              "http://127.0.0.1:1/%2e%2e%2fde.zip", "http://127.0.0.1:1/de.zip/"}) {
+            m_log->clear();
+            QSignalSpy finished(m_service.get(), &TsiInstallationService::finished);
+            m_service->install(QString::fromUtf8(url));
+            QVERIFY2(finished.size() == 1 && !finished[0][0].toBool(), url);
+            QVERIFY2(!m_service->isRunning() && m_summary->runningCount() == 0, url);
+            QVERIFY2(m_log->lines(u"Not an address"_qs).size() == 1, url);
+        }
     }
 
 private:
     /// It fails for this reason, and leaves everything as it was.
-    void verifyFails(const QString& url, const QString& reason, bool writeOlder = true) {
+    void verifyFails(
+        const QString& url, const QString& reason, const Spoil& spoil = [] {}) {
+        m_log->clear();
         m_log->allow(u"Can not download"_qs);
         m_log->allow(u"No morphology data from"_qs);
-        if (writeOlder) {
-            for (const char* const name : {"de.aff", "de.dic"})
-                m_device->write(QString::fromUtf8(name), "older");
-        }
+        m_device->write(u"de.aff"_qs, "older rules");
+        m_device->write(u"de.dic"_qs, "older words");
+        spoil();
         const auto before = m_device->content();
         QSignalSpy counts(m_summary.get(), &TsiInstallationSummary::runningCountChanged);
         QSignalSpy finished(m_service.get(), &TsiInstallationService::finished);

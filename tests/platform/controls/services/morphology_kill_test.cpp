@@ -13,9 +13,15 @@ using Content = QMap<QString, QByteArray>;
 
 namespace {
 
-Content pair(const QByteArray& rules, const QByteArray& words) {
-    return {{QStringLiteral("de.aff"), rules}, {QStringLiteral("de.dic"), words}};
+/// From "NAME=CONTENT,NAME=CONTENT".
+Content files(const char* list) {
+    Content result;
+    for (const QString& file : QString::fromLatin1(list).split(u','))
+        result[file.section(u'=', 0, 0)] = file.section(u'=', 1).toLatin1();
+    return result;
 }
+
+const Content old = files("de.aff=old rules,de.dic=old words");
 
 } // namespace
 
@@ -30,28 +36,26 @@ private Q_SLOTS:
     void killedAtAnyMoment_data() {
         QTest::addColumn<Content>("older");
         QTest::newRow("first data") << Content();
-        QTest::newRow("instead of older data") << pair("old rules", "old words");
+        QTest::newRow("instead of older data") << old;
     }
     void killedAtAnyMoment() {
         QFETCH(const Content, older);
-        const Content newer = pair(tests::noise(400'000), tests::noise(1'500'000));
-        const QByteArray archive =
-            tests::archiveOf(newer[QStringLiteral("de.aff")], newer[QStringLiteral("de.dic")]);
+        const Content newer{{u"de.aff"_qs, tests::noise(400'000)}, {u"de.dic"_qs, tests::noise(1'500'000)}};
+        const QByteArray archive = tests::archiveOf(newer.first(), newer.last());
         CannedServer server({{"/de.zip", CannedServer::ok(archive.toStdString())}});
         const QString url = QString::fromStdString(server.url("/de.zip"));
         QElapsedTimer timer;
         timer.start();
-        QCOMPARE(run(QStringLiteral("install"), url), 0);
+        QCOMPARE(run(u"install"_qs, url), 0);
         QCOMPARE(m_device->content(), newer);
         const int duration = int(timer.nsecsElapsed() / 1000) + 1;
 
         int killed = 0;
         for (int i = 0; i < 200 && killed < 30; ++i) {
             QVERIFY(QDir(m_device->folder()).removeRecursively() && QDir().mkpath(m_device->folder()));
-            for (auto file = older.begin(); file != older.end(); ++file)
-                m_device->write(file.key(), file.value());
+            write(older);
             QProcess process;
-            process.start(QStringLiteral(TESSALY_MORPHOLOGY_PROGRAM), {QStringLiteral("install"), url});
+            process.start(QStringLiteral(TESSALY_MORPHOLOGY_PROGRAM), {u"install"_qs, url});
             process.waitForStarted();
             // The second half of the time has the more interesting moments.
             ::usleep(unsigned(QRandomGenerator::global()->bounded(i % 2 == 0 ? 0 : duration / 2, duration)));
@@ -61,55 +65,34 @@ private Q_SLOTS:
             verifyWhole(older, newer);
         }
         QCOMPARE(killed, 30);
-        QCOMPARE(run(QStringLiteral("install"), url), 0);
+        QCOMPARE(run(u"install"_qs, url), 0);
         QCOMPARE(m_device->content(), newer);
     }
 
-    void aStartFinishesWhatWasReady_data() {
-        QTest::addColumn<Content>("left");
-        QTest::addColumn<Content>("expected");
-        const QString ready = QStringLiteral(".ready de/");
-        const QString aside = QStringLiteral(".ready de/older ");
-        const QString rules = QStringLiteral("de.aff");
-        const QString words = QStringLiteral("de.dic");
-        const Content old = pair("old rules", "old words");
-        const Content fresh = pair("rules", "words");
-        // As they follow each other.
-        QTest::newRow("ready") << Content{{rules, "old rules"},
-                                          {words, "old words"},
-                                          {ready + rules, "rules"},
-                                          {ready + words, "words"}}
-                               << fresh;
-        QTest::newRow("rules aside") << Content{{words, "old words"},
-                                                {aside + rules, "old rules"},
-                                                {ready + rules, "rules"},
-                                                {ready + words, "words"}}
-                                     << fresh;
-        QTest::newRow("both aside") << Content{{aside + words, "old words"},
-                                               {aside + rules, "old rules"},
-                                               {ready + rules, "rules"},
-                                               {ready + words, "words"}}
-                                    << fresh;
-        QTest::newRow("words in place") << Content{{words, "words"},
-                                                   {aside + words, "old words"},
-                                                   {aside + rules, "old rules"},
-                                                   {ready + rules, "rules"}}
-                                        << fresh;
-        QTest::newRow("both in place")
-            << Content{{rules, "rules"}, {words, "words"}, {aside + words, "old words"}} << fresh;
-        QTest::newRow("taken back, half discarded")
-            << Content{{rules, "old rules"}, {words, "old words"}, {ready + words, "words"}} << old;
-        QTest::newRow("never ready") << Content{{rules, "old rules"},
-                                                {words, "old words"},
-                                                {QStringLiteral(".new de-1-1/de.aff"), "ru"}}
-                                     << old;
-    }
     void aStartFinishesWhatWasReady() {
-        QFETCH(const Content, left);
-        for (auto file = left.begin(); file != left.end(); ++file)
-            m_device->write(file.key(), file.value());
-        QCOMPARE(run(QStringLiteral("tidy")), 0);
-        QTEST(m_device->content(), "expected");
+        const Content fresh = files("de.aff=rules,de.dic=words");
+        // As they follow each other, up to both in place; then taken back and half discarded, and never
+        // ready.
+        const std::pair<const char*, Content> states[] = {
+            {"de.aff=old rules,de.dic=old words,.ready de/de.aff=rules,.ready de/de.dic=words", fresh},
+            {"de.dic=old words,.ready de/older de.aff=old rules,.ready de/de.aff=rules,.ready "
+             "de/de.dic=words",
+             fresh},
+            {".ready de/older de.dic=old words,.ready de/older de.aff=old rules,.ready de/de.aff=rules,"
+             ".ready de/de.dic=words",
+             fresh},
+            {"de.dic=words,.ready de/older de.dic=old words,.ready de/older de.aff=old rules,.ready "
+             "de/de.aff=rules",
+             fresh},
+            {"de.aff=rules,de.dic=words,.ready de/older de.dic=old words", fresh},
+            {"de.aff=old rules,de.dic=old words,.ready de/de.dic=words", old},
+            {"de.aff=old rules,de.dic=old words,.new de-1-1/de.aff=ru", old}};
+        for (const auto& [left, expected] : states) {
+            QVERIFY(QDir(m_device->folder()).removeRecursively());
+            write(files(left));
+            QCOMPARE(run(u"tidy"_qs), 0);
+            QVERIFY2(m_device->content() == expected, left);
+        }
     }
 
     void quittingWaitsForNothing() {
@@ -117,12 +100,17 @@ private Q_SLOTS:
         server.setFault({fixture::Fault::Kind::Stall, 500'000});
         QElapsedTimer timer;
         timer.start();
-        QCOMPARE(run(QStringLiteral("quit"), QString::fromStdString(server.url("/de.zip"))), 2);
+        QCOMPARE(run(u"quit"_qs, QString::fromStdString(server.url("/de.zip"))), 2);
         QVERIFY(timer.elapsed() < 3000); // of a stall that lasts 10 seconds
         QCOMPARE(m_device->content(), Content());
     }
 
 private:
+    void write(const Content& content) const {
+        for (auto file = content.begin(); file != content.end(); ++file)
+            m_device->write(file.key(), file.value());
+    }
+
     static int run(const QString& mode, const QString& url = {}) {
         QProcess process;
         process.setProcessChannelMode(QProcess::ForwardedChannels);
@@ -136,7 +124,7 @@ private:
         Content visible = m_device->content();
         visible.removeIf([](const Content::iterator& file) { return file.key().startsWith(u'.'); });
         QVERIFY(visible.size() < 2 || visible == older || visible == newer);
-        QCOMPARE(run(QStringLiteral("tidy")), 0);
+        QCOMPARE(run(u"tidy"_qs), 0);
         QVERIFY(m_device->content() == older || m_device->content() == newer);
     }
 

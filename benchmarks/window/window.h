@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QLatin1String>
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QVariantMap>
+
+namespace tessaly::benchmarks {
+
+/// The window of a document of this program, which belongs to the engine. Throws std::runtime_error.
+QQuickWindow& loadWindow(QQmlApplicationEngine& engine, QLatin1String document,
+                         const QVariantMap& properties = {});
+
+/// The list in the window; null if there is none.
+QQuickItem* findList(const QQuickWindow& window);
+
+/// How many rows of the list are in sight.
+int rowsInSight(const QQuickItem& list);
+
+/// The height of the rows in sight that most have, 0 if there are none. Titles between them may be of
+/// another.
+double rowHeight(const QQuickItem& list);
+
+} // namespace tessaly::benchmarks

@@ -1,0 +1,130 @@
+#include "simulator/fixture/test_device.h"
+#include "tests/dictpmplugin/dictionary_files.h"
+#include "tests/platform/support/quick_device.h"
+
+#include <QDir>
+#include <QHttpServer>
+#include <QHttpServerResponder>
+#include <QTcpSocket>
+#include <QtQuickTest/quicktest.h>
+#include <optional>
+
+namespace tessaly::tests {
+
+namespace {
+
+constexpr int reduction = 4;       ///< of stored pictures, each way
+constexpr int cell = 8;            ///< what is compared, in pixels of a stored picture
+constexpr int mostDifference = 40; ///< of a cell's grey values, on average
+
+int differenceOfCell(const QImage& a, const QImage& b, int left, int top) {
+    int sum = 0;
+    for (int y = top; y < top + cell; ++y)
+        for (int x = left; x < left + cell; ++x)
+            sum += std::abs(qGray(a.pixel(x, y)) - qGray(b.pixel(x, y)));
+    return sum / (cell * cell);
+}
+
+} // namespace
+
+/// A device with a server whose every answer the test documents give.
+class DictionariesDevice : public QuickDevice {
+    Q_OBJECT
+
+public:
+    DictionariesDevice() {
+        m_server.setMissingHandler([this](const QHttpServerRequest& request,
+                                          QHttpServerResponder&& responder) {
+            const auto [status, body] = m_answers.value(request.url().path(), {404, {}});
+            if (status != 0)
+                responder.write(body, "application/octet-stream", QHttpServerResponder::StatusCode(status));
+        });
+        m_url = QStringLiteral("http://127.0.0.1:%1").arg(m_server.listen(QHostAddress::LocalHost));
+        m_device.setServerUrl(m_url);
+    }
+
+    Q_INVOKABLE void setOnline(bool online) { m_device.setOnline(online); }
+    Q_INVOKABLE [[nodiscard]] QString serverUrl() const { return m_url; }
+    /// From now on; a request that gets status 0 waits until `hangUp`.
+    Q_INVOKABLE void answer(const QString& path, int status, const QString& body) {
+        m_answers[path] = {status, body.toUtf8()};
+    }
+    Q_INVOKABLE void hangUp() const {
+        for (QTcpSocket* const socket : m_server.findChildren<QTcpSocket*>())
+            socket->abort();
+    }
+
+    /// Dictionaries with these names are on the device, no others, and none is chosen.
+    Q_INVOKABLE void install(const QStringList& names) const {
+        QDir folder(m_device.path(dictionaryFolder));
+        folder.removeRecursively();
+        folder.mkpath(QStringLiteral("."));
+        QFile::remove(m_device.path("/mnt/ext1/system/config/global.cfg"));
+        const auto file = [&](const QString& name) { return folder.filePath(name + u".tsdict"_qs); };
+        for (const QString& name : names) {
+            if (!QFile::copy(file(names.first()), file(name)))
+                writeDictionary(file(name), {});
+        }
+    }
+    Q_INVOKABLE [[nodiscard]] int installedCount() const {
+        return int(QDir(m_device.path(dictionaryFolder)).entryList(QDir::Files).size());
+    }
+    Q_INVOKABLE void setMorphology(const QString& code, bool isThere) const {
+        for (const auto* const ending : {".aff", ".dic"}) {
+            QFile file(m_device.path("/mnt/ext1/system/hunspell/") + code + QLatin1String(ending));
+            isThere ? file.open(QIODevice::WriteOnly) : file.remove();
+        }
+    }
+
+    /// How the item's window differs from a stored picture; empty if, hinting of fonts aside, it doesn't.
+    /// With TESSALY_RENEW_PICTURES in the environment the window becomes the stored picture.
+    Q_INVOKABLE [[nodiscard]] static QString difference(QQuickItem* item, const QString& picture) {
+        const QString stored = QStringLiteral(TESSALY_PICTURE_FOLDER "/%1.png").arg(picture);
+        const QImage full = item->window()->grabWindow();
+        const QImage shown =
+            full.scaled(full.size() / reduction, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                .convertToFormat(QImage::Format_Grayscale8);
+        if (qEnvironmentVariableIsSet("TESSALY_RENEW_PICTURES"))
+            return shown.save(stored) ? QString() : u"can not save "_qs + stored;
+        const QImage expected(stored);
+        if (expected.size() != shown.size())
+            return u"not of the size of "_qs + stored;
+        for (int y = 0; y + cell <= shown.height(); y += cell) {
+            for (int x = 0; x + cell <= shown.width(); x += cell) {
+                const int found = differenceOfCell(shown, expected, x, y);
+                if (found <= mostDifference)
+                    continue;
+                const QString seen = QDir::temp().filePath(picture + u".png"_qs);
+                full.save(seen);
+                return QStringLiteral("by %1 at %2, %3: %4")
+                    .arg(found)
+                    .arg(reduction * x)
+                    .arg(reduction * y)
+                    .arg(seen);
+            }
+        }
+        return {};
+    }
+
+private:
+    fixture::TestDevice m_device;
+    QHttpServer m_server;
+    QString m_url;
+    QHash<QString, std::pair<int, QByteArray>> m_answers;
+};
+
+} // namespace tessaly::tests
+
+class Setup : public QObject {
+    Q_OBJECT
+
+    std::optional<tessaly::tests::DictionariesDevice> m_device;
+
+public Q_SLOTS:
+    void applicationAvailable() { m_device.emplace(); }
+    void qmlEngineAvailable(QQmlEngine* engine) { m_device->setUp(engine); }
+    void cleanupTestCase() { m_device.reset(); }
+};
+
+QUICK_TEST_MAIN_WITH_SETUP(documents, Setup)
+#include "documents_test.moc"

@@ -1,0 +1,298 @@
+import QtQuick
+import QtTest
+import com.tessaly.controls 1.0
+import com.tessaly.dictionaries 1.0
+
+Item {
+    id: scene
+    width: 758
+    height: 1024
+
+    property var calls: []
+
+    SignalSpy { id: applied; signalName: "apply" }
+    SignalSpy { id: cancelled; signalName: "cancel" }
+    SignalSpy { id: spy; target: DictionariesListModel }
+    Component { id: listComponent; DictionariesListDialog { } }
+    // qmllint disable unqualified
+    Component {
+        id: informationComponent
+        DictionaryInfoDialog {
+            onBack: scene.calls.push("back")
+            onClose: scene.calls.push("close")
+            onDeleteDict: scene.calls.push("delete")
+        }
+    }
+    // qmllint enable unqualified
+
+    DocumentsTest {
+        name: "Dialogs"
+        scene: scene
+
+        function open(installed, marked) {
+            stage(catalogue, installed)
+            const dialog = createTemporaryObject(listComponent, scene)
+            DictionariesListModel.refreshData()
+            if (marked === undefined)
+                return dialog
+            enterDownloadMode()
+            mark(marked)
+            return dialog
+        }
+
+        function test_states_data() {
+            const add = "@AddNewDictionaries", choose = "@SelectDictionary"
+            const download = "@Download", title = "@SelectDictionariesToDownload"
+            return [
+                { tag: "empty", installed: [], title: choose, button: add, count: 0, enabled: true, empty: true },
+                { tag: "installed", installed: [1, 2], title: choose, button: add, count: 0, enabled: true },
+                { tag: "nothing marked", installed: [1], marked: 0, title, button: download, count: 0, enabled: false },
+                { tag: "one marked", installed: [], marked: 1, title, button: download, count: 1, enabled: true },
+                { tag: "two marked", installed: [], marked: 2, title, button: download, count: 2, enabled: true },
+                { tag: "five marked", installed: [1], marked: 5, title, button: download, count: 5, enabled: true },
+            ]
+        }
+
+        function test_states(data) {
+            const dialog = open(data.installed, data.marked)
+            for (const language of ["en", "de", "fr", "ru"]) {
+                useLanguage(language)
+                const count = data.count ? ` (${data.count})` : ""
+                compare(wideButton().text, (qsTr(data.button) + count).toUpperCase())
+                compare(dialog.title, qsTr(data.title))
+                compare(shows(qsTr("@NoInstalledDictionaries")), data.empty ?? false)
+                verify(!shows("@"))
+            }
+            compare(wideButton().enabled, data.enabled)
+            compare(listView() === null, data.empty ?? false)
+            useTouch(false)
+            compare(shows(qsTr("@LongPress")), data.enabled)
+            dialog.focusContent()
+            compare(wideButton().activeFocus, data.empty ?? false)
+        }
+
+        function test_busyButtonEnds_data() {
+            return [
+                { tag: "nothing new", offered: [], signal: "noNewDictionaries" },
+                { tag: "server fails", status: 500, signal: "toDownloadModFailed" },
+                { tag: "no network", offline: true, signal: "toDownloadModFailed" },
+            ]
+        }
+
+        function test_busyButtonEnds(data) {
+            open([1])
+            switches.answer("/v1/dictionaries", data.status ?? 200, JSON.stringify(data.offered ?? catalogue))
+            switches.setOnline(!data.offline)
+            spy.signalName = data.signal
+            spy.clear()
+            mouseClick(wideButton())
+            tryVerify(() => spy.count > 0 && !wideButton().busy_visible)
+            tryCompare(wideButton(), "enabled", true)
+            verify(!DictionariesListModel.isDownloadMode)
+        }
+
+        function test_manyRows() {
+            const many = Array.from({ length: 500 }, (_, i) => record(i + 1, ["de", "en", "fr"][i % 3], "it"))
+            stage(many, [1])
+            createTemporaryObject(listComponent, scene)
+            enterDownloadMode()
+            const rows = () => listView().contentItem.children.length
+            listView().forceActiveFocus()
+            let pages = 1
+            for (let y = -1; listView().contentY > y && pages < 100; ++pages) {
+                y = listView().contentY
+                keyClick(Qt.Key_PageDown)
+                verify(rows() < 40, rows())
+            }
+            verify(pages > 20 && listView().atYEnd)
+            keyClick(Qt.Key_PageUp)
+            verify(!listView().atYEnd)
+            DictionariesListModel.refreshData()
+        }
+
+        // The view takes the chosen dictionary's row of the model for one of its own.
+        function test_scrolls() {
+            const many = Array.from({ length: 40 }, (_, i) => record(i + 1, "en", "de"))
+            stage(many, many.map(dictionary => dictionary.id))
+            const dialog = createTemporaryObject(listComponent, scene)
+            for (const row of [0, 20, 39]) {
+                DictionariesListModel.chooseDictionary(row, false)
+                listView().positionViewAtEnd()
+                dialog.scroll()
+                const distance = listView().itemAtIndex(row).y - listView().contentY
+                verify(listView().atYEnd || Math.abs(distance) <= GlobalValues.listElementHeight)
+                verify(front(item => item.selected === true))
+            }
+        }
+
+        function openProgress() {
+            const dialog = createTemporaryObject(Qt.createComponent("qrc:/qml/DownloadProgress.qml"), scene)
+            applied.target = cancelled.target = dialog
+            applied.clear()
+            cancelled.clear()
+            return dialog
+        }
+
+        // Of 1, 2 and 5 dictionaries.
+        function test_plurals_data() {
+            const words = { en: "dictionary dictionaries dictionaries", de: "Wörterbuch Wörterbücher Wörterbücher",
+                            fr: "dictionnaire dictionnaires dictionnaires", ru: "словарь словаря словарей" }
+            const titles = Object.assign({}, words, { ru: "словаря словарей словарей" })
+            return Object.keys(words).reduce((rows, language) => rows.concat([1, 2, 5].map((count, i) => ({
+                tag: `${language} ${count}`, language, count,
+                text: `${count} ${words[language].split(" ")[i]}`, title: `${count} ${titles[language].split(" ")[i]}`
+            }))), [])
+        }
+
+        function test_plurals(data) {
+            const contains = (text, words) => (text + " ").includes(words + " ")
+            useLanguage(data.language)
+            stage(catalogue, [])
+            enterDownloadMode()
+            mark(data.count)
+            const dialog = openProgress()
+            verify(contains(dialog.title, data.title), dialog.title)
+            verify(shows(qsTr("@DictionaryPackage")))
+            DictPMController.syncFinished(false)
+            verify(dialog.isDownloding && shows(qsTr("@Cancel")))
+            DictPMController.syncFinished(true)
+            compare(dialog.title, qsTr("@SuccessfullyDownloaded"))
+            verify(front(item => typeof item.text === "string" && contains(item.text, data.text)), data.text)
+            verify(!shows(qsTr("@DictionaryPackage")) && !shows("0%"))
+            tap(qsTr("@OK"))
+            compare([applied.count, cancelled.count], [1, 0])
+            dialog.visible = false
+            dialog.visible = true
+            verify(dialog.isDownloding && contains(dialog.title, data.title))
+        }
+
+        // A run whose installer is at work, but for which the server still keeps the device waiting.
+        function test_progressWhileInstalling() {
+            stage(catalogue, [])
+            enterDownloadMode()
+            mark(1)
+            openProgress()
+            tap(qsTr("@Cancel"))
+            compare(cancelled.count, 1)
+            verify(shows("0%"))
+            DictPMController.downloadPackageProcess()
+            DictPMController.setSyncState(4)
+            tryCompare(DictPMController, "progress", 90)
+            verify(shows("90%"))
+            compare(front(item => item.maxValue === 100).value, 90)
+            const cancel = labelled(qsTr("@Cancel"))
+            verify(!cancel.enabled)
+            mouseClick(cancel)
+            cancel.forceActiveFocus()
+            keyClick(Qt.Key_Return)
+            compare(cancelled.count, 1)
+            DictPMController.syncFinished(true)
+            tap(qsTr("@OK")) // although it still installs
+            compare([applied.count, cancelled.count], [1, 1])
+            DictPMController.cancelDownloading()
+            switches.hangUp()
+            tryCompare(DictPMController, "progress", 0)
+            verify(!DictPMController.isInstalling)
+        }
+
+        function openInformation(values) {
+            scene.calls = []
+            const dialog = createTemporaryObject(informationComponent, scene)
+            Object.assign(dialog.info, values)
+            dialog.focusOnFirstElement()
+            return dialog
+        }
+
+        function test_deleteIsWhere_data() {
+            return [
+                { tag: "touch", touch: true, labels: ["@Back", "@Close", "@Delete"], calls: "back close delete" },
+                { tag: "touch, to mark", touch: true, marking: true, labels: ["@Back", "@Close"], calls: "back close" },
+                { tag: "keys", labels: ["@Back", "@Delete"], calls: "back delete" },
+                { tag: "keys, to mark", marking: true, labels: ["@Back"], calls: "back" },
+            ]
+        }
+
+        function test_deleteIsWhere(data) {
+            stage(catalogue, [1])
+            if (data.marking)
+                enterDownloadMode()
+            useTouch(data.touch ?? false)
+            openInformation({ title: "title" })
+            const all = ["@Back", "@Close", "@Delete"]
+            compare(all.filter(label => shows(qsTr(label))), data.labels)
+            if (data.touch)
+                data.labels.forEach(label => tap(qsTr(label)))
+            else
+                press([Qt.Key_Return, Qt.Key_Right, Qt.Key_Return].slice(0, data.labels.length * 2 - 1))
+            compare(scene.calls.join(" "), data.calls)
+        }
+
+        function test_information_data() {
+            const both = { languageFrom: "English", languageTo: "German" }
+            const none = "@NoInformationAboutDictionary", languages = "@Languages", date = "@DatePublished"
+            return [
+                { tag: "a title alone", values: {}, shown: [none] },
+                { tag: "languages", values: both, shown: [languages, "English, German"] },
+                { tag: "no language from", values: { languageTo: "German" }, shown: [none] },
+                { tag: "no language to", values: { languageFrom: "English", issuer: "us" }, shown: ["by us"] },
+                { tag: "a date alone", values: { publishDate: "1 May" }, shown: [none, date, "1 May"] },
+                { tag: "description", values: { description: "words" }, shown: ["words"] },
+                { tag: "morphology", values: Object.assign({ languageIsoFrom: "en" }, both),
+                  shown: [languages, "English, German", "@Morphology", "English (installed)"] },
+                { tag: "no morphology", values: Object.assign({ languageIsoFrom: "de" }, both),
+                  shown: [languages, "English, German"] },
+            ]
+        }
+
+        function test_information(data) {
+            switches.setMorphology("en", true)
+            const dialog = openInformation(Object.assign({ title: "title" }, data.values))
+            dialog.morphExplorer = DictionariesListModel.morphExplorer
+            const all = new Set(test_information_data().reduce((sum, row) => sum.concat(row.shown), []))
+            const shown = label => shows(label.startsWith("@") ? qsTr(label) : label)
+            compare(Array.from(all).filter(shown).sort(), data.shown.sort())
+            verify(shown("title"))
+        }
+
+        function test_cover_data() {
+            return [{ tag: "there", status: 200, body: "P1\n20 20\n" + "1 ".repeat(400), isThere: true },
+                    { tag: "missing", status: 404, body: "" }, { tag: "broken", status: 200, body: "no picture" }]
+        }
+
+        function test_cover(data) {
+            switches.answer("/" + data.tag, data.status, data.body)
+            const dialog = openInformation({ title: "title", issuer: "us" })
+            const left = () => labelled("by us").mapToItem(scene, 0, 0).x
+            const before = left()
+            dialog.info.coverUrl = switches.serverUrl() + "/" + data.tag
+            if (data.isThere)
+                tryVerify(() => left() >= before + 20)
+            else
+                wait(300)
+            compare(left() > before, data.isThere ?? false)
+        }
+
+        function test_longDescription() {
+            const words = "A word and another, ".repeat(1000)
+            const dialog = openInformation({ title: "title", description: words })
+            const panel = front(item => item.contentY !== undefined)
+            for (const touch of [true, false]) {
+                useTouch(touch)
+                panel.contentY = 0
+                dialog.focusOnFirstElement()
+                if (!touch)
+                    keyClick(Qt.Key_Down) // from the header
+                for (let i = 0; i < 60 && !panel.atYEnd; ++i)
+                    keyClick(touch ? Qt.Key_PageDown : Qt.Key_Down)
+                verify(panel.atYEnd)
+                keyClick(touch ? Qt.Key_PageUp : Qt.Key_Up)
+                verify(!panel.atYEnd)
+            }
+            compare(scene.calls, [])
+            useTouch(true)
+            const before = panel.contentY
+            mouseClick(front(item => item.canScrollUp !== undefined), GlobalValues.touchTarget / 2)
+            verify(panel.contentY !== before)
+        }
+    }
+}
