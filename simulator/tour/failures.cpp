@@ -75,6 +75,7 @@ void makeServerSlow(TestDevice& device, const Hand& hand) {
               60000);
     vellum::clock::setSpeed(clockSpeed);
     require(progress(hand) == 0, QStringLiteral("progress %1").arg(progress(hand)));
+    hand.screen().waitFor(text("@Cancel"));
     hand.screen().picture(QStringLiteral("server-slow"));
     hand.press(text("@Cancel"));
     require(hand.isAtPage(), QStringLiteral("Cancel doesn't leave"));
@@ -84,6 +85,7 @@ void cancelInMidDownload(TestDevice& device, const Hand& hand) {
     device.server().setSwitches({{QStringLiteral("bytes_per_second"), 20000}});
     beginDownload(hand);
     waitUntil([&] { return progress(hand) > 10; }, QStringLiteral("the download's progress"));
+    hand.screen().waitFor(text("@Cancel"));
     hand.press(text("@Cancel"));
     waitUntil([&] { return progress(hand) == 0; }, QStringLiteral("the cancelled download's end"), 3000);
     require(hand.isAtPage(), QStringLiteral("Cancel doesn't leave"));

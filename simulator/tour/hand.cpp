@@ -59,7 +59,6 @@ void Hand::startDownload() const {
         m_screen.moveTo(button, Qt::Key_Down);
         m_screen.press(Qt::Key_Return);
     }
-    m_screen.waitFor(text("@Cancel"));
 }
 
 void Hand::press(const QString& text) const {

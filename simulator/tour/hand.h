@@ -20,7 +20,7 @@ public:
     void enterDownloadMode() const;
     /// Marks so many dictionaries of a list to be had, one from English first, and returns their titles.
     [[nodiscard]] QStringList mark(int count) const;
-    /// Presses the button at the list's bottom.
+    /// Presses the button at the list's bottom. What follows may be over at once.
     void startDownload() const;
     /// Presses a button of a dialog.
     void press(const QString& text) const;
