@@ -17,8 +17,8 @@ PushButton {
     implicitHeight: interactive ? Math.max(GlobalValues.touchTarget, implicitContentHeight + 2 * padding)
                                 : implicitContentHeight
     font.family: FontStyles.family
-    font.pointSize: FontStyles.pointSize(fontStyle)
-    font.bold: FontStyles.isBold(fontStyle)
+    font.pointSize: FontStyles.pointSizes[fontStyle]
+    font.bold: FontStyles.bold[fontStyle]
     padding: Global.mm(interactive ? 1 : 0)
     spacing: image ? Global.mm(2) : 0
     Accessible.role: interactive ? Accessible.Button : Accessible.StaticText

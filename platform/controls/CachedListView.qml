@@ -12,7 +12,7 @@ ListView {
     readonly property bool focusable: count > 0
 
     reuseItems: false
-    cacheBuffer: 0
+    cacheBuffer: Math.max(0, height) // the next page is made while one looks at this one
     keyNavigationEnabled: false
     highlightMoveDuration: 0
     highlightMoveVelocity: 0

@@ -4,14 +4,18 @@ import QtQuick
 MouseArea {
     id: area
 
-    readonly property bool pressedShown: !internal.aborted && (pressed || delay.running)
+    readonly property bool pressedShown: !aborted && (pressed || delay.running)
+
+    // Private.
+    property bool aborted: false
+    property double pressedSince: 0
 
     signal delayedClicked()
 
     // Cancels a press: its click doesn't come.
     function abort() {
         delay.stop()
-        internal.aborted = pressed
+        aborted = pressed
     }
 
     onPressed: {
@@ -19,15 +23,15 @@ MouseArea {
             delay.stop()
             area.delayedClicked()
         }
-        internal.aborted = false
-        internal.since = Date.now()
+        aborted = false
+        pressedSince = Date.now()
     }
     onClicked: {
-        if (internal.aborted) {
-            internal.aborted = false
+        if (aborted) {
+            aborted = false
             return
         }
-        const left = GlobalValues.pressedShownTime - (Date.now() - internal.since)
+        const left = GlobalValues.pressedShownTime - (Date.now() - pressedSince)
         if (left > 0) {
             delay.interval = left
             delay.start()
@@ -36,11 +40,6 @@ MouseArea {
         }
     }
 
-    QtObject {
-        id: internal
-        property bool aborted: false
-        property double since: 0
-    }
     Timer {
         id: delay
         onTriggered: area.delayedClicked()

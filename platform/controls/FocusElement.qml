@@ -1,17 +1,14 @@
 import QtQuick
 import com.tessaly.controls.device
 
-// The frame around what has the focus, on devices with keys only.
-Rectangle {
-    id: frame
-
+// The frame around what has the focus, on devices with keys only. It is made when it is first to be seen: every row of
+// every list has one.
+Loader {
     property Item target: parent
+    readonly property bool wanted: !DeviceInfoProvider.touch && target !== null && target.activeFocus
 
     anchors.fill: parent
     z: 10
-    visible: !DeviceInfoProvider.touch && target !== null && target.activeFocus
-    color: "transparent"
-    radius: GlobalValues.listElementHoverFrameBorderRadius
-    border.width: GlobalValues.focusFrameThickness
-    border.color: GlobalValues.defaultBorderColor
+    visible: wanted
+    onWantedChanged: if (wanted) source = "FocusFrame.qml"
 }

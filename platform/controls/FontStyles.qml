@@ -12,12 +12,8 @@ QtObject {
     // Letter height of each style, in printer's points on the screen.
     readonly property var points: [10.5, 10.5, 9, 11.5, 14, 10.5]
 
-    function isBold(style: int): bool {
-        return style === FontStyles.BodyBold || style === FontStyles.Heading2 || style === FontStyles.Heading5
-    }
-
-    // In points of the host's screen, which fonts are measured in.
-    function pointSize(style: int): real {
-        return DeviceInfoProvider.pointSize(points[style] * DeviceInfoProvider.dpi / 72)
-    }
+    // By style. In points of the host's screen, which fonts are measured in; worked out once for all texts.
+    readonly property var pointSizes: points.map(
+        size => DeviceInfoProvider.pointSize(size * DeviceInfoProvider.dpi / 72))
+    readonly property var bold: [false, true, false, false, true, true]
 }

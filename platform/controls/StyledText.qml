@@ -7,6 +7,6 @@ Text {
     color: GlobalValues.defaultTextColor
     textFormat: Text.PlainText
     font.family: FontStyles.family
-    font.pointSize: FontStyles.pointSize(fontStyle)
-    font.bold: FontStyles.isBold(fontStyle)
+    font.pointSize: FontStyles.pointSizes[fontStyle]
+    font.bold: FontStyles.bold[fontStyle]
 }

@@ -1,0 +1,8 @@
+import QtQuick
+
+Rectangle {
+    color: "transparent"
+    radius: GlobalValues.listElementHoverFrameBorderRadius
+    border.width: GlobalValues.focusFrameThickness
+    border.color: GlobalValues.defaultBorderColor
+}
