@@ -10,5 +10,5 @@ Loader {
     anchors.fill: parent
     z: 10
     visible: wanted
-    onWantedChanged: if (wanted) source = "FocusFrame.qml"
+    onWantedChanged: if (wanted) source = Qt.resolvedUrl("FocusFrame.qml")
 }
