@@ -152,7 +152,7 @@ private Q_SLOTS:
 
     void endsInTheMiddleOfABuild() {
         m_server.start();
-        const QString id = QString::number(numbers(m_server).value(u"English-Arabic.tsdict"_qs));
+        const QString id = QString::number(numbers(m_server).value(u"English-Spanish.tsdict"_qs));
         QCOMPARE(m_server.post(u"/v1/packages?ids="_qs + id).status, 202);
         m_server.setSwitches({{u"package_build_ms"_qs, 60000}});
         QCOMPARE(m_server.post(u"/v1/packages?ids=1,"_qs + id).status, 202);
