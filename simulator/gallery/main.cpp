@@ -40,7 +40,7 @@ bool savePage(QQuickView& view, const QString& page, const QString& path) {
 /// Every page in each input profile and language. False if one couldn't be saved or its document complained.
 bool savePages(const QDir& folder, const QSize& screen) {
     QQuickView view;
-    view.engine()->addImportPath(QStringLiteral(TESSALY_QML_FOLDER));
+    view.engine()->addImportPath(QStringLiteral(TESSALY_QML_DIR));
     view.setResizeMode(QQuickView::SizeRootObjectToView);
     view.resize(screen);
     view.show();

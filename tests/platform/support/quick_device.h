@@ -35,7 +35,7 @@ public:
 
     /// Makes the built modules and, as `device`, this object known to an engine.
     void setUp(QQmlEngine* engine) {
-        engine->addImportPath(QStringLiteral(TESSALY_QML_FOLDER));
+        engine->addImportPath(QStringLiteral(TESSALY_QML_DIR));
         engine->rootContext()->setContextProperty(QStringLiteral("device"), this);
         // Of warnings that come while a test runs, the test takes care.
         connect(engine, &QQmlEngine::warnings, this, [](const QList<QQmlError>& warnings) {

@@ -103,7 +103,7 @@ private Q_SLOTS:
 
     void qmlKnowsTheTypes() {
         QQmlEngine engine;
-        engine.addImportPath(QStringLiteral(TESSALY_QML_FOLDER));
+        engine.addImportPath(QStringLiteral(TESSALY_QML_DIR));
         QQmlComponent component(&engine);
         component.setData(
             "import QtQml\n import com.tessaly.controls.services 1.0\n QtObject {"
