@@ -1,6 +1,7 @@
 #include "download_address.h"
 
 #include <algorithm>
+#include <base/sha256.h>
 #include <charconv>
 #include <string_view>
 
@@ -17,11 +18,11 @@ std::optional<std::int64_t> sizeFrom(std::string_view text) {
 }
 
 std::optional<std::string> checksumFrom(std::string_view text) {
+    if (!base::Sha256::isChecksum(text))
+        return std::nullopt;
     std::string digits(text);
     std::transform(digits.begin(), digits.end(), digits.begin(),
                    [](char c) { return c >= 'A' && c <= 'F' ? static_cast<char>(c - 'A' + 'a') : c; });
-    if (digits.size() != 64 || digits.find_first_not_of("0123456789abcdef") != std::string::npos)
-        return std::nullopt;
     return digits;
 }
 

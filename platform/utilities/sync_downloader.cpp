@@ -4,10 +4,10 @@
 #include "curl_request.h"
 #include "download_address.h"
 #include "part_file.h"
-#include "sha256.h"
 
 #include <base/device_root.h>
 #include <base/log.h>
+#include <base/sha256.h>
 
 #include <algorithm>
 #include <atomic>
@@ -104,7 +104,7 @@ bool SyncDownloader::Private::fetch(const std::string& url, const std::string& p
 
 /// Returns early if cancelled.
 void SyncDownloader::Private::receive(CurlRequest& current, PartFile& file, const DownloadAddress& address) {
-    Sha256 checksum;
+    base::Sha256 checksum;
     const auto checkHead = [&] {
         expect(current.status() == 200,
                "the server answered with the status " + std::to_string(current.status()));
@@ -134,7 +134,7 @@ void SyncDownloader::Private::receive(CurlRequest& current, PartFile& file, cons
     checkHead();
     blocks.finish();
     expect(doneBytes == address.size.value_or(doneBytes), "the file is shorter than announced");
-    expect(address.sha256.empty() || checksum.result() == address.sha256, "the checksum is wrong");
+    expect(address.sha256.empty() || checksum.finish() == address.sha256, "the checksum is wrong");
 }
 
 SyncDownloader::SyncDownloader(const std::string& folder, const DownloadOptions& options)
