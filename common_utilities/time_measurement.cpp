@@ -1,8 +1,6 @@
 #include "time_measurement.h"
 
-#include <base/log.h>
-
-#include <ostream>
+#include "log_line.h"
 
 namespace tessaly::utilities {
 
@@ -24,16 +22,12 @@ std::shared_ptr<FuncTimeMeasurement> FuncTimeMeasurement::prettyLog(const std::s
                                                                     bool logStart) {
     const std::string prefix = colored ? ansicolor::beginSeq(38, 2, 0xDF4A8A, 1) : "";
     const std::string suffix = colored ? "\033[0m" : "";
-    if (logStart) {
-        log::cb::trace(__FILE__, __LINE__, __PRETTY_FUNCTION__, [&](std::ostream& out) -> std::ostream& {
-            return out << prefix << "function `" << name << "` called. awaiting for completion." << suffix;
-        });
-    }
+    if (logStart)
+        LogLine(log::cb::trace) << prefix << "function `" << name << "` called. awaiting for completion."
+                                << suffix;
     return std::make_shared<FuncTimeMeasurement>([prefix, name, suffix](double seconds) {
-        log::cb::trace(__FILE__, __LINE__, __PRETTY_FUNCTION__, [&](std::ostream& out) -> std::ostream& {
-            return out << prefix << "function `" << name << "` call time: " << seconds << " s ("
-                       << int(seconds * 1000.0) << " ms)" << suffix;
-        });
+        LogLine(log::cb::trace) << prefix << "function `" << name << "` call time: " << seconds << " s ("
+                                << int(seconds * 1000.0) << " ms)" << suffix;
     });
 }
 

@@ -1,10 +1,9 @@
 #include "LangUtils.h"
 
-#include <base/log.h>
+#include <common_utilities/log_line.h>
 
 #include <cstdlib>
 #include <map>
-#include <ostream>
 #include <set>
 #include <utility>
 
@@ -58,9 +57,7 @@ const std::string* findName(const Locale& locale) {
 std::string localeDisplayText(const Locale& locale) {
     if (const std::string* const name = findName(locale))
         return *name;
-    log::cb::error(__FILE__, __LINE__, __PRETTY_FUNCTION__, [&](std::ostream& out) -> std::ostream& {
-        return out << "Can not find display text for locale: " << locale;
-    });
+    LogLine(log::cb::error) << "Can not find display text for locale: " << locale;
     std::abort();
 }
 
@@ -72,11 +69,8 @@ bool hasDisplayText(const boost::optional<Locale>& locale) {
     // Rows ask again with every repaint; one line a code is enough. Each thread keeps its own list, so none
     // waits.
     thread_local std::set<std::string> warned;
-    if (warned.insert(locale->language).second) {
-        log::cb::warn(__FILE__, __LINE__, __PRETTY_FUNCTION__, [&](std::ostream& out) -> std::ostream& {
-            return out << "No display text for language " << *locale;
-        });
-    }
+    if (warned.insert(locale->language).second)
+        LogLine(log::cb::warn) << "No display text for language " << *locale;
     return false;
 }
 

@@ -1,12 +1,11 @@
 #include "catalogue_file.h"
 
-#include <base/log.h>
+#include <common_utilities/log_line.h>
 
 #include <QFile>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QVariant>
-#include <ostream>
 
 namespace tessaly::dictionary {
 
@@ -44,10 +43,8 @@ void moveAside(const QString& path) {
         QFile::remove(path + QStringLiteral("-wal"));
         QFile::remove(path + QStringLiteral("-shm"));
     }
-    log::cb::error(__FILE__, __LINE__, __PRETTY_FUNCTION__, [&](std::ostream& out) -> std::ostream& {
-        return out << "Catalogue database is damaged: " << path.toStdString()
-                   << (moved ? ", moved aside to " : ", could not be moved to ") << aside.toStdString();
-    });
+    LogLine(log::cb::error) << "Catalogue database is damaged: " << path
+                            << (moved ? ", moved aside to " : ", could not be moved to ") << aside;
 }
 
 } // namespace

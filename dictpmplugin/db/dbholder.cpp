@@ -2,10 +2,8 @@
 
 #include "catalogue_file.h"
 
-#include <base/log.h>
 #include <common_utilities/device_path.h>
-
-#include <ostream>
+#include <common_utilities/log_line.h>
 
 namespace tessaly::dictionary {
 
@@ -13,14 +11,9 @@ std::shared_ptr<DBHolder> DBHolder::newDefault() {
     QSqlDatabase db =
         QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("dictionary::DBHolder"));
     db.setDatabaseName(openablePath(QStringLiteral("/mnt/ext1/system/tsdicts/tsdicts.db")));
-    log::cb::trace(__FILE__, __LINE__, __PRETTY_FUNCTION__, [&](std::ostream& out) -> std::ostream& {
-        return out << "Try to connect to database: " << db.databaseName().toStdString();
-    });
-    if (!openCatalogueFile(db)) {
-        log::cb::error(__FILE__, __LINE__, __PRETTY_FUNCTION__, [&](std::ostream& out) -> std::ostream& {
-            return out << "Can not open database file" << db.databaseName().toStdString();
-        });
-    }
+    LogLine(log::cb::trace) << "Try to connect to database: " << db.databaseName();
+    if (!openCatalogueFile(db))
+        LogLine(log::cb::error) << "Can not open database file" << db.databaseName();
     return std::make_shared<DBHolder>(db);
 }
 
@@ -30,16 +23,12 @@ DBHolder::DBHolder(const QSqlDatabase& db)
     , m_db(db) {
     m_migration.addVersion(1, QStringLiteral("${SYSTEMDATA}/config/dictionaries/migration/v1.sql"));
     const auto migrated = m_migration.migrate();
-    const auto text = [&](std::ostream& out) -> std::ostream& {
-        if (migrated.isLeft())
-            return out << migrated.getLeft().toString().toStdString();
-        if (migrated.getRight())
-            return out << "Migrated db to " << m_migration.targetVersion() << "version";
-        return out << "No db migration preceeded. already migrated";
-    };
-    // That there was nothing to do is the normal case, and is logged as an error all the same.
-    const bool wasMigrated = migrated.isRight() && migrated.getRight();
-    (wasMigrated ? log::cb::trace : log::cb::error)(__FILE__, __LINE__, __PRETTY_FUNCTION__, text);
+    if (migrated.isLeft())
+        LogLine(log::cb::error) << migrated.getLeft().toString();
+    else if (migrated.getRight())
+        LogLine(log::cb::trace) << "Migrated db to " << m_migration.targetVersion() << "version";
+    else // the normal case, and on purpose logged as an error all the same
+        LogLine(log::cb::error) << "No db migration preceeded. already migrated";
 }
 
 } // namespace tessaly::dictionary

@@ -6,9 +6,8 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <algorithm>
-#include <base/log.h>
+#include <common_utilities/log_line.h>
 #include <limits>
-#include <ostream>
 #include <unordered_set>
 #include <utilities/locale_parser.h>
 #include <vellum/dictionary_folders.h>
@@ -21,9 +20,7 @@ constexpr qsizetype longestFileName = 255;
 constexpr qint64 largestNumber = std::numeric_limits<std::int32_t>::max();
 
 void warnOf(qsizetype place, const std::string& what) {
-    log::cb::warn(__FILE__, __LINE__, __func__, [&](std::ostream& out) -> std::ostream& {
-        return out << "catalogue record " << place << ": " << what;
-    });
+    LogLine(log::cb::warn) << "catalogue record " << place << ": " << what;
 }
 
 bool isDictionaryFileName(const QString& name) {
