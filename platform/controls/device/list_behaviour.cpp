@@ -47,7 +47,8 @@ bool ListBehaviour::focusFrom(int index, int step) {
         const auto* const item = m_view->property("currentItem").value<QQuickItem*>();
         if (item != nullptr && item->isVisible() && item->isEnabled() && item->height() > 0) {
             // A list whose highlight doesn't move doesn't follow it either.
-            QMetaObject::invokeMethod(m_view, "positionViewAtIndex", Q_ARG(int, row), Q_ARG(int, containMode));
+            QMetaObject::invokeMethod(m_view, "positionViewAtIndex", Q_ARG(int, row),
+                                      Q_ARG(int, containMode));
             return true;
         }
     }
