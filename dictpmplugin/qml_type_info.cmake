@@ -6,8 +6,12 @@ set(described
   dictpmcontroller.h
   languageheaderinjectorproxymodel.h
   qml_type_info.h)
+# The morphology classes are the device library's; its target knows where their headers are.
+get_target_property(dictionaries_folders tessaly::dictionaries INTERFACE_INCLUDE_DIRECTORIES)
 foreach(name explorer file_existance_map map secret_provider url_map value)
-  list(APPEND described ../platform/dictionaries/include/dictionaries/morph_${name}.h)
+  find_file(header dictionaries/morph_${name}.h PATHS ${dictionaries_folders} NO_DEFAULT_PATH NO_CACHE REQUIRED)
+  list(APPEND described ${header})
+  unset(header)
 endforeach()
 
 set(type_info_folder ${CMAKE_CURRENT_BINARY_DIR}/type_info)
@@ -17,6 +21,7 @@ set(type_info ${module_folder}/plugins.qmltypes)
 set(descriptions)
 foreach(header ${described})
   get_filename_component(name ${header} NAME_WE)
+  get_filename_component(header ${header} ABSOLUTE)
   set(description ${type_info_folder}/${name}.cpp)
   # moc gives a base class the name that the header gives it; the tools know it by its full name only.
   set(full_names)
@@ -24,7 +29,7 @@ foreach(header ${described})
     set(full_names -DMorphMap=tessaly::dictionary::MorphMap)
   endif()
   add_custom_command(OUTPUT ${description}.json
-    COMMAND Qt6::moc --output-json -o ${description} ${CMAKE_CURRENT_SOURCE_DIR}/${header} ${full_names}
+    COMMAND Qt6::moc --output-json -o ${description} ${header} ${full_names}
       "-I$<JOIN:$<TARGET_PROPERTY:dictpm_core,INCLUDE_DIRECTORIES>,;-I>"
     DEPENDS ${header}
     COMMAND_EXPAND_LISTS VERBATIM)
