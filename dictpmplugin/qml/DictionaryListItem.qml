@@ -57,6 +57,13 @@ FocusScope {
         wrapper.clicked()
     }
 
+    Connections {
+        target: wrapper.list
+        ignoreUnknownSignals: true // of what isn't a list to be seen
+        function onXChanged() { // it is pushed aside
+            wrapper.abortPress()
+        }
+    }
     DelayedMouseArea {
         id: mainMouseArea
         anchors.fill: parent
@@ -76,42 +83,26 @@ FocusScope {
         Item {
             id: left_part_rect
 
-            property int heldKey: 0
-
-            function acts(key: int): bool {
-                return isEnter(key) || key === Qt.Key_Left || key === Qt.Key_Right
-            }
-
-            function isEnter(key: int): bool {
-                return key === Qt.Key_Return || key === Qt.Key_Enter
-            }
-
             anchors.left: parent.left
             anchors.right: right_row.left
             height: parent.height
             focus: !wrapper.isInfoFocused
-            onActiveFocusChanged: heldKey = 0
+            onActiveFocusChanged: row_keys.drop()
 
-            Keys.onPressed: event => {
-                if (!acts(event.key))
-                    return
-                event.accepted = true
-                if (!event.isAutoRepeat)
-                    heldKey = event.key
-            }
-            Keys.onReleased: event => {
-                if (!acts(event.key))
-                    return
-                event.accepted = true
-                if (event.isAutoRepeat || event.key !== heldKey)
-                    return
-                heldKey = 0
-                if (!isEnter(event.key))
-                    wrapper.setInfoSelect(true)
-                else if (wrapper.downloadMode)
-                    wrapper.toggleSelection()
-                else
-                    wrapper.clicked()
+            Keys.onPressed: event => row_keys.press(event)
+            Keys.onReleased: event => row_keys.release(event)
+
+            HeldKey {
+                id: row_keys
+                keys: [Qt.Key_Return, Qt.Key_Enter, Qt.Key_Left, Qt.Key_Right]
+                onActed: key => {
+                    if (key === Qt.Key_Left || key === Qt.Key_Right)
+                        wrapper.setInfoSelect(true)
+                    else if (wrapper.downloadMode)
+                        wrapper.toggleSelection()
+                    else
+                        wrapper.clicked()
+                }
             }
 
             Row {
@@ -197,31 +188,21 @@ FocusScope {
             BitmapButton {
                 id: info_button
 
-                property int heldKey: 0
-
                 anchors.verticalCenter: parent.verticalCenter
                 focus: wrapper.isInfoFocused
                 image: Global.getNormalImage("info")
                 pressedImage: "image://resource_inv_circle/info"
                 text: qsTr("@Info")
                 onClicked: wrapper.infoClicked()
-                onActiveFocusChanged: heldKey = 0
+                onActiveFocusChanged: info_keys.drop()
 
-                Keys.onPressed: event => {
-                    if (event.key !== Qt.Key_Left && event.key !== Qt.Key_Right)
-                        return
-                    event.accepted = true
-                    if (!event.isAutoRepeat)
-                        heldKey = event.key
-                }
-                Keys.onReleased: event => {
-                    if (event.key !== Qt.Key_Left && event.key !== Qt.Key_Right)
-                        return
-                    event.accepted = true
-                    if (event.isAutoRepeat || event.key !== heldKey)
-                        return
-                    heldKey = 0
-                    wrapper.setInfoSelect(false)
+                Keys.onPressed: event => info_keys.press(event)
+                Keys.onReleased: event => info_keys.release(event)
+
+                HeldKey {
+                    id: info_keys
+                    keys: [Qt.Key_Left, Qt.Key_Right]
+                    onActed: wrapper.setInfoSelect(false)
                 }
             }
         }

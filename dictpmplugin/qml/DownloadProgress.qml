@@ -99,10 +99,8 @@ DialogContainer {
         width: parent.width
         height: Global.dp(24.5)
     }
-    Rectangle {
+    SolidSeparator {
         width: parent.width
-        height: GlobalValues.defaultSolidSeparatorThickness
-        color: GlobalValues.defaultSolidseparatorColor
     }
     TextButton {
         id: cancel_button

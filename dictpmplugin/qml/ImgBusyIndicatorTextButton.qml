@@ -96,41 +96,28 @@ Rectangle {
         wrapper.state = wrapper.enabled ? "Normal" : "Disabled"
     }
     onActiveFocusChanged: {
-        if (!wrapper.activeFocus && internal.enterHeld)
-            internal.cancelEnter()
+        if (wrapper.activeFocus || enter.key === 0)
+            return
+        enter.drop()
+        if (wrapper.state === "Pressed")
+            wrapper.state = "Normal"
     }
 
-    Keys.onPressed: event => {
-        if (!internal.isEnter(event.key))
-            return
-        event.accepted = true
-        if (event.isAutoRepeat || wrapper.state === "Disabled")
-            return
-        internal.enterHeld = true
-        wrapper.state = "Pressed"
-    }
-    Keys.onReleased: event => {
-        if (!internal.isEnter(event.key))
-            return
-        event.accepted = true
-        if (event.isAutoRepeat || !internal.enterHeld)
-            return
-        internal.enterHeld = false
-        if (wrapper.state === "Pressed")
-            internal.release()
+    Keys.onPressed: event => enter.press(event)
+    Keys.onReleased: event => enter.release(event)
+
+    HeldKey {
+        id: enter
+        enabled: wrapper.state !== "Disabled"
+        onKeyChanged: if (key !== 0) wrapper.state = "Pressed"
+        onActed: if (wrapper.state === "Pressed") internal.release()
     }
 
     QtObject {
         id: internal
 
         property string iconSource
-        // Whether Enter went down here: its release belongs to whoever got the press.
-        property bool enterHeld: false
         property double pressedAt: 0 // milliseconds
-
-        function isEnter(key: int): bool {
-            return key === Qt.Key_Return || key === Qt.Key_Enter
-        }
 
         function release() {
             wrapper.state = "Normal"
@@ -142,12 +129,6 @@ Rectangle {
                 return
             release_timer.stop()
             release()
-        }
-
-        function cancelEnter() {
-            enterHeld = false
-            if (wrapper.state === "Pressed")
-                wrapper.state = "Normal"
         }
 
         function cancelPress() {

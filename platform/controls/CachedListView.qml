@@ -11,6 +11,21 @@ ListView {
 
     readonly property bool focusable: count > 0
 
+    // Keys need a row to start from; one without height is none.
+    function settleFocus() {
+        if (activeFocus && !DeviceInfoProvider.touch)
+            listBehaviour.activeFocusIndex = Math.max(0, currentIndex)
+    }
+
+    // By exactly what is in view, as far as the content reaches. They tell whether the list moved.
+    function flickPageUp(): bool {
+        return Global.moveFlickable(list, contentY - height)
+    }
+
+    function flickPageDown(): bool {
+        return Global.moveFlickable(list, contentY + height)
+    }
+
     reuseItems: false
     cacheBuffer: Math.max(0, height) // the next page is made while one looks at this one
     keyNavigationEnabled: false

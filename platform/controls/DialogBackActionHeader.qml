@@ -1,5 +1,4 @@
 import QtQuick
-import com.tessaly.controls.device
 
 // The header of a screen: a way back at the left, its title, an action at the right.
 FocusScope {
@@ -78,11 +77,9 @@ FocusScope {
         KeyNavigation.left: backButton.visible && backButton.enabled ? backButton : null
         onClicked: header.action()
     }
-    Rectangle {
+    SolidSeparator {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.bottom: parent.bottom
-        height: GlobalValues.defaultSolidSeparatorThickness
-        color: GlobalValues.defaultSolidseparatorColor
     }
 }

@@ -13,6 +13,8 @@ FocusScope {
     property bool backOnPgUp: false
     // A function that returns true keeps the dialog from closing.
     property var closeInterceptor: null
+    // A function that is given what a key is to call, to lead out of here, and calls it or not.
+    property var keyInterceptor: null
     // Takes the focus first; null: the first that can.
     property Item initialFocusItem: null
 
@@ -53,15 +55,14 @@ FocusScope {
     Accessible.name: title
 
     Keys.onPressed: event => {
-        const goesBack = event.key === Qt.Key_Back || event.key === Qt.Key_Backspace
-                         || (backOnPgUp && event.key === Qt.Key_PageUp)
-        if (goesBack)
-            dialog.back()
-        else if (event.key === Qt.Key_Escape)
-            dialog.requestClose()
-        else
+        if (!Global.leadsOut(event.key, backOnPgUp))
             return
         event.accepted = true
+        const leave = event.key === Qt.Key_Escape ? requestClose : back
+        if (keyInterceptor)
+            keyInterceptor(leave)
+        else
+            leave()
     }
 
     states: [

@@ -17,10 +17,8 @@ FocusScope {
     implicitHeight: GlobalValues.dialogBottomButtonsHeight
     onVisibleChanged: if (visible) cancelButton.focus = true // each question begins with the harmless answer
 
-    Rectangle {
+    SolidSeparator {
         width: parent.width
-        height: GlobalValues.defaultSolidSeparatorThickness
-        color: GlobalValues.defaultSolidseparatorColor
     }
     TextButton {
         id: cancelButton
@@ -42,10 +40,9 @@ FocusScope {
         KeyNavigation.left: cancelButton
         onClicked: footer.apply()
     }
-    Rectangle {
+    SolidSeparator {
         x: cancelButton.width
         width: GlobalValues.defaultSolidSeparatorThickness
         height: parent.height
-        color: GlobalValues.defaultSolidseparatorColor
     }
 }

@@ -16,13 +16,11 @@ Item {
         fontStyle: FontStyles.BodyBold
         wrapMode: Text.Wrap
     }
-    Rectangle {
+    SolidSeparator {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.leftMargin: GlobalValues.dialogHeaderSeparatorSideOffset
         anchors.rightMargin: GlobalValues.dialogHeaderSeparatorSideOffset
         anchors.bottom: parent.bottom
-        height: GlobalValues.defaultSolidSeparatorThickness
-        color: GlobalValues.defaultSolidseparatorColor
     }
 }

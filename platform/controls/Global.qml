@@ -2,8 +2,8 @@ pragma Singleton
 import QtQuick
 import com.tessaly.controls.device
 
-// Lengths, images, and what screens do with loaders and lists. A loader here is one of those that create their item when
-// they first become visible.
+// Lengths, images, keys, and what screens do with loaders and lists. A loader here is one of those that create their item
+// when they first become visible.
 QtObject {
     // Pixels of so many 1/160 inch.
     function dp(length: real): real {
@@ -26,6 +26,29 @@ QtObject {
 
     function getInvertedImage(name: string): string {
         return "image://resource/" + name + "_inv"
+    }
+
+    // Whether the key leads out of a screen: the keys that mean Back, `pageUp` tells whether Page Up is among them, and the
+    // one that closes.
+    function leadsOut(key: int, pageUp: bool): bool {
+        return key === Qt.Key_Back || key === Qt.Key_Backspace || key === Qt.Key_Escape
+               || (pageUp && key === Qt.Key_PageUp)
+    }
+
+    // For each time that a loader may have become visible: the first time makes its item, `shown()` tells of the others.
+    function showLoader(loader) {
+        if (loader.visible && loader.status === Loader.Ready)
+            loader.shown()
+        else if (loader.visible)
+            loader.active = true
+    }
+
+    // Gives the focus to the first of the loaders' items that is to be seen, unless it has it; tells whether there is one.
+    function focusFirstShown(loaders): bool {
+        const first = loaders.find(loader => loader.visible && loader.status === Loader.Ready)
+        if (first && !first.item.activeFocus)
+            first.item.forceActiveFocus()
+        return first !== undefined
     }
 
     // A message that must be acknowledged, one with an icon, takes the focus.
@@ -67,6 +90,13 @@ QtObject {
 
     function closeConfirmationDialogLoader(loader) {
         loader.visible = false
+    }
+
+    // Consumes the page keys, and calls what they are for.
+    function turnPage(event, up, down) {
+        event.accepted = event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown
+        if (event.accepted)
+            event.key === Qt.Key_PageUp ? up() : down()
     }
 
     // Pages of a list begin with a whole row: the one that the page before cut off. They tell whether the list moved.

@@ -41,10 +41,10 @@ FocusScope {
     Accessible.name: text
 
     Keys.onPressed: event => {
-        if ([Qt.Key_Return, Qt.Key_Enter, Qt.Key_Back, Qt.Key_Backspace, Qt.Key_Escape].includes(event.key)) {
-            event.accepted = true
-            message.dismiss()
-        }
+        if (event.key !== Qt.Key_Return && event.key !== Qt.Key_Enter && !Global.leadsOut(event.key, false))
+            return
+        event.accepted = true
+        message.dismiss()
     }
 
     Timer {

@@ -1,13 +1,11 @@
 import QtQuick
 import QtQuick.Templates as T
-import com.tessaly.controls.device
 
 // What all buttons share: Enter presses them like a finger, and they are large enough for one.
 T.AbstractButton {
     id: control
 
-    readonly property bool held: enabled && (down || enterHeld)
-    property bool enterHeld: false
+    readonly property bool held: enabled && (down || enter.key !== 0)
     // Whether a dialog may begin with it.
     readonly property bool focusable: true
 
@@ -17,28 +15,14 @@ T.AbstractButton {
     Accessible.role: Accessible.Button
     Accessible.name: text
 
-    function isEnter(key: int): bool {
-        return key === Qt.Key_Return || key === Qt.Key_Enter
+    readonly property HeldKey enter: HeldKey {
+        onActed: control.clicked()
     }
 
     Keys.enabled: visible && enabled // a hidden item may have kept the focus
-    Keys.onPressed: event => {
-        if (!isEnter(event.key))
-            return
-        event.accepted = true
-        if (!event.isAutoRepeat)
-            enterHeld = true
-    }
-    Keys.onReleased: event => {
-        if (!isEnter(event.key))
-            return
-        event.accepted = true
-        if (event.isAutoRepeat || !enterHeld)
-            return
-        enterHeld = false
-        clicked()
-    }
-    onActiveFocusChanged: if (!activeFocus) enterHeld = false
+    Keys.onPressed: event => enter.press(event)
+    Keys.onReleased: event => enter.release(event)
+    onActiveFocusChanged: if (!activeFocus) enter.drop()
 
     FocusElement {
         target: control

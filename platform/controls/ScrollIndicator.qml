@@ -5,9 +5,12 @@ import QtQuick.Templates as T
 T.ScrollIndicator {
     id: control
 
-    property real length: 0
-    property real thumbLength: 0
-    property real thumbOffset: 0
+    // What is shown in part. Without it the thumb is set by hand.
+    property Flickable flickable: null
+    property real length: flickable?.height ?? 0
+    property real thumbLength: flickable ? Math.max(length * flickable.visibleArea.heightRatio,
+                                                    GlobalValues.minimalScrollIndicatorThickness) : 0
+    property real thumbOffset: flickable ? flickable.visibleArea.yPosition * length : 0
 
     width: GlobalValues.scrollIndicatorThickness
     height: length

@@ -1,0 +1,7 @@
+import QtQuick
+
+// A line between the parts of a screen.
+Rectangle {
+    height: GlobalValues.defaultSolidSeparatorThickness
+    color: GlobalValues.defaultSolidseparatorColor
+}
