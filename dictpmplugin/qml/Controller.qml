@@ -24,14 +24,8 @@ Item {
     function focusTopScreen() {
         const screens = [error_1_loader, confirmation_dialog, simple_error_loader, dict_download_dialog_loader,
                          dict_info_dialog_loader, dictionary_list_dialog_loader]
-        for (const loader of screens) {
-            if (!loader.visible || loader.status !== Loader.Ready)
-                continue
-            if (!loader.item.activeFocus)
-                loader.item.forceActiveFocus()
-            return
-        }
-        wrapper.forceActiveFocus()
+        if (!Global.focusFirstShown(screens))
+            wrapper.forceActiveFocus()
     }
 
     function hideProgressBar() {
@@ -52,8 +46,7 @@ Item {
         focusTopScreen()
     }
     Keys.onPressed: event => {
-        const leaves = [Qt.Key_Back, Qt.Key_Backspace, Qt.Key_PageUp, Qt.Key_Escape].includes(event.key)
-        if (!leaves || !wrapper.activeFocus) // a screen sees to its keys itself
+        if (!Global.leadsOut(event.key, true) || !wrapper.activeFocus) // a screen sees to its keys itself
             return
         event.accepted = true
         wrapper.close()
@@ -97,21 +90,53 @@ Item {
         }
     }
 
-    Loader {
+    // Loads its screen when it is first visible; `shown` says that it is so again.
+    component LazyLoader: Loader {
+        signal shown()
+
+        anchors.fill: parent
+        visible: false
+        active: false
+        onVisibleChanged: Global.showLoader(this)
+        Component.onCompleted: Global.showLoader(this)
+    }
+    component LazyLoaderNoSleep: LoaderNoSleep {
+        signal shown()
+
+        anchors.fill: parent
+        visible: false
+        active: false
+        onVisibleChanged: Global.showLoader(this)
+        Component.onCompleted: Global.showLoader(this)
+    }
+    component MessageLoader: LazyLoader {
+        id: message_loader
+
+        signal closed()
+
+        sourceComponent: Component {
+            InfoMessage {
+                visible: false
+            }
+        }
+
+        Connections {
+            target: message_loader.item
+            function onClose() {
+                Global.closeInfoMessageLoader(message_loader)
+                message_loader.closed()
+            }
+        }
+    }
+
+    LazyLoader {
         id: dictionary_list_dialog_loader
 
         readonly property DictionariesListDialog dialog: item as DictionariesListDialog
 
-        function update() {
-            if (visible && status === Loader.Null)
-                source = "DictionariesListDialog.qml"
-            else if (visible && status === Loader.Ready)
-                dialog.scroll()
-        }
-
-        anchors.fill: parent
-        onVisibleChanged: update()
-        Component.onCompleted: update()
+        source: "DictionariesListDialog.qml"
+        visible: true
+        onShown: dialog.scroll()
     }
     Connections {
         target: dictionary_list_dialog_loader.dialog
@@ -130,12 +155,10 @@ Item {
             DictionariesListModel.chooseDictionary(index, close)
         }
         function onBack() {
-            if (DictionariesListModel.isDownloadMode) {
-                DictionariesListModel.setIsDownloadMode(false)
-                DictionariesListModel.refreshData()
-            } else {
-                dictionary_list_dialog_loader.dialog.stopScroll()
-            }
+            if (!DictionariesListModel.isDownloadMode)
+                return dictionary_list_dialog_loader.dialog.stopScroll()
+            DictionariesListModel.setIsDownloadMode(false)
+            DictionariesListModel.refreshData()
         }
         function onApply() {
             // Nothing here needs the count and the title; which calls come, and in which order, is agreed on.
@@ -150,53 +173,25 @@ Item {
         }
     }
 
-    LoaderNoSleep {
+    LazyLoaderNoSleep {
         id: dict_info_dialog_loader
 
         property int selectedIndex: 0
         readonly property DictionaryInfoDialog dialog: item as DictionaryInfoDialog
 
-        function update() {
-            if (visible && status === Loader.Null)
-                source = "DictionaryInfoDialog.qml"
-            else if (visible && status === Loader.Ready)
-                show()
-        }
-
-        function show() {
-            setDialogData()
-            dialog.forceActiveFocus()
-        }
-
         function setDialogData() {
-            const model = DictionariesListModel
-            const s = selectedIndex
-            dict_info.languageFrom = model.getLanguageFrom(s)
-            dict_info.languageTo = model.getLanguageTo(s)
-            dict_info.languageIsoFrom = model.getLanguageFrom(s, true)
-            dict_info.languageIsoTo = model.getLanguageTo(s, true)
-            dict_info.issuer = model.getProvider(s)
-            dict_info.publishDate = model.getPublishDate(s)
-            dict_info.subject = model.getCategory(s)
-            dict_info.description = model.getDescription(s)
-            dict_info.coverUrl = model.getCoverUrl(s)
-            if (dict_info.languageFrom === "" || dict_info.languageTo === "") {
-                dict_info.title = ""
-                dialog.title = model.getTitle(s)
-            } else {
-                dict_info.title = "%1 ⇾ %2 (%3)".arg(dict_info.languageFrom).arg(dict_info.languageTo)
-                                                .arg(dict_info.subject)
-                dialog.title = dict_info.title
-            }
-            dialog.morphExplorer = model.morphExplorer
+            dict_info.read(DictionariesListModel, selectedIndex)
+            dialog.title = dict_info.title || DictionariesListModel.getTitle(selectedIndex)
+            dialog.morphExplorer = DictionariesListModel.morphExplorer
             dialog.info = dict_info
         }
 
-        anchors.fill: parent
-        visible: false
-        onVisibleChanged: update()
-        onLoaded: if (visible) show()
-        Component.onCompleted: update()
+        source: "DictionaryInfoDialog.qml"
+        onLoaded: if (visible) shown()
+        onShown: {
+            setDialogData()
+            dialog.forceActiveFocus()
+        }
     }
     Connections {
         target: dict_info_dialog_loader.dialog
@@ -212,8 +207,7 @@ Item {
         }
         function onDeleteDict() {
             const text = qsTr("@AreYouSureYouWanDeletDictionary?")
-                .arg(dict_info.languageFrom)
-                .arg(dict_info.languageTo + " (" + dict_info.subject + ")")
+                .arg(dict_info.languageFrom).arg(dict_info.languageTo + " (" + dict_info.subject + ")")
             Global.openConfirmationDialog(confirmation_dialog, text, delete_dictionary_callback)
         }
     }
@@ -237,27 +231,12 @@ Item {
         }
     }
 
-    Loader {
+    LazyLoader {
         id: dict_download_dialog_loader
 
         property int selectedIndex: 0
         property int downloadingId: -1
         readonly property DownloadProgress dialog: item as DownloadProgress
-
-        function update() {
-            if (visible && status === Loader.Null)
-                source = "DownloadProgress.qml"
-            else if (visible && status === Loader.Ready)
-                show()
-        }
-
-        function show() {
-            const n = DictionariesListModel.selectedCount
-            dialog.selectedCount = n
-            dialog.isDownloding = true
-            dialog.title = qsTr("@DownloadingDictionaries", "", n).arg(n)
-            dialog.forceActiveFocus()
-        }
 
         function updateCurrentDictionary() {
             DictionariesListModel.refreshData()
@@ -266,11 +245,15 @@ Item {
                 DictionariesListModel.chooseDictionary(i)
         }
 
-        anchors.fill: parent
-        visible: false
-        onVisibleChanged: update()
-        onLoaded: if (visible) show()
-        Component.onCompleted: update()
+        source: "DownloadProgress.qml"
+        onLoaded: if (visible) shown()
+        onShown: {
+            const n = DictionariesListModel.selectedCount
+            dialog.selectedCount = n
+            dialog.isDownloding = true
+            dialog.title = qsTr("@DownloadingDictionaries", "", n).arg(n)
+            dialog.forceActiveFocus()
+        }
     }
     Connections {
         target: dict_download_dialog_loader.dialog
@@ -292,51 +275,13 @@ Item {
         }
     }
 
-    Loader {
+    MessageLoader {
         id: error_1_loader
-
-        function update() {
-            if (visible && status === Loader.Null)
-                sourceComponent = error_1_component
-        }
-
-        anchors.fill: parent
-        visible: false
-        onVisibleChanged: update()
-        Component.onCompleted: update()
-
-        Component {
-            id: error_1_component
-
-            InfoMessage {
-                visible: false
-            }
-        }
+        onClosed: wrapper.close()
     }
-    Connections {
-        target: error_1_loader.item
-
-        function onClose() {
-            Global.closeInfoMessageLoader(error_1_loader)
-            wrapper.close()
-        }
-    }
-    Loader {
+    MessageLoader {
         id: info_msg_loader
-
-        function update() {
-            if (visible && status === Loader.Null)
-                sourceComponent = info_msg_component
-        }
-
-        anchors.fill: parent
-        visible: false
-        onVisibleChanged: update()
-        Component.onCompleted: update()
-
-        Component {
-            id: info_msg_component
-
+        sourceComponent: Component {
             InfoMessage {
                 anchors.bottom: parent.bottom
                 bottomOffset: Global.dp(47)
@@ -344,33 +289,16 @@ Item {
             }
         }
     }
-    Connections {
-        target: info_msg_loader.item
-
-        function onClose() {
-            Global.closeInfoMessageLoader(info_msg_loader)
-        }
-    }
-    Loader {
+    LazyLoader {
         id: simple_error_loader
 
         property int selectedIndex: 0
-        readonly property ErrorDialog dialog: item as ErrorDialog
 
-        function update() {
-            if (visible && status === Loader.Null)
-                source = "ErrorDialog.qml"
-            else if (visible && status === Loader.Ready)
-                dialog.forceActiveFocus()
-        }
-
-        anchors.fill: parent
-        visible: false
-        onVisibleChanged: update()
-        Component.onCompleted: update()
+        source: "ErrorDialog.qml"
+        onShown: Global.focusFirstShown([this])
     }
     Connections {
-        target: simple_error_loader.dialog
+        target: simple_error_loader.item
 
         function onClose() {
             simple_error_loader.visible = false
@@ -388,47 +316,25 @@ Item {
         }
     }
 
-    LoaderNoSleep {
+    LazyLoaderNoSleep {
         id: confirmation_dialog
 
         property var callback
-        readonly property ConfirmationDialog dialog: item as ConfirmationDialog
-
-        function update() {
-            if (visible && status === Loader.Null)
-                sourceComponent = confirmation_component
-            if (visible && status === Loader.Ready)
-                dialog.forceActiveFocus()
-        }
 
         function answer(action) {
-            if (callback && callback[action])
-                callback[action]()
+            callback?.[action]?.()
             visible = false
         }
 
-        anchors.fill: parent
         z: 100
-        visible: false
-        onVisibleChanged: update()
-        Component.onCompleted: update()
-
-        Component {
-            id: confirmation_component
-
+        sourceComponent: Component {
             ConfirmationDialog {
+                onCancel: confirmation_dialog.answer("cancelAction") // qmllint disable unqualified
+                onApply: confirmation_dialog.answer("applyAction") // qmllint disable unqualified
             }
         }
-    }
-    Connections {
-        target: confirmation_dialog.dialog
-
-        function onCancel() {
-            confirmation_dialog.answer("cancelAction")
-        }
-        function onApply() {
-            confirmation_dialog.answer("applyAction")
-        }
+        onLoaded: if (visible) shown()
+        onShown: Global.focusFirstShown([this])
     }
 
     Lazy {

@@ -12,4 +12,19 @@ QtObject {
     property string subject: ""
     property string coverUrl: ""
     property string description: ""
+
+    // Takes over a row of the list model.
+    function read(model, row) {
+        languageFrom = model.getLanguageFrom(row)
+        languageTo = model.getLanguageTo(row)
+        languageIsoFrom = model.getLanguageFrom(row, true)
+        languageIsoTo = model.getLanguageTo(row, true)
+        issuer = model.getProvider(row)
+        publishDate = model.getPublishDate(row)
+        subject = model.getCategory(row)
+        description = model.getDescription(row)
+        coverUrl = model.getCoverUrl(row)
+        title = languageFrom === "" || languageTo === "" ? ""
+              : "%1 ⇾ %2 (%3)".arg(languageFrom).arg(languageTo).arg(subject)
+    }
 }
