@@ -28,46 +28,24 @@ DialogContainer {
         if (!list.visible)
             return
         const chosen = DictionariesListModel.selectedDictionaryIndex
-        if (chosen >= list.count - 1) {
-            list.positionViewAtIndex(chosen, ListView.Contain)
+        const isLast = chosen >= list.count - 1
+        list.positionViewAtIndex(chosen, isLast ? ListView.Contain : ListView.Beginning)
+        if (isLast)
             Global.scrollPageDown(list)
-        } else {
-            list.positionViewAtIndex(chosen, ListView.Beginning)
-        }
-        if (!DeviceInfoProvider.touch)
-            list.currentIndex = Math.max(0, list.rowOf(chosen))
-    }
-
-    function focusContent() {
-        if (list.count === 0 && !DictionariesListModel.isDownloadMode)
-            download_btn.forceActiveFocus()
-        else
-            list.forceActiveFocus()
-        list.settleFocus()
+        if (DeviceInfoProvider.touch)
+            return
+        const sources = Array.from({ length: list.count }, (_, row) => languageHeaderInjectorProxyModel.mapRowToSource(row))
+        list.currentIndex = Math.max(0, sources.indexOf(chosen))
     }
 
     // Leaves by a signal, once the user has agreed to stop what is being downloaded.
     function leave(signal) {
-        if (morphInstallationSummary.runningCount === 0) {
+        if (morphInstallationSummary.runningCount === 0)
+            return signal()
+        abortMorphConfirmationDialogLazy.open(false, dialog => dialog.applyCallback = () => {
+            morphInstallationSummary.abortAll()
             signal()
-            return
-        }
-        abortMorphConfirmationDialogLazy.open(false, dialog => {
-            dialog.applyCallback = () => {
-                morphInstallationSummary.abortAll()
-                signal()
-            }
         })
-    }
-
-    // The keys that leave ask like the header does.
-    function askBeforeLeaving(event) {
-        const leaves = [Qt.Key_Back, Qt.Key_Backspace, Qt.Key_PageUp, Qt.Key_Escape].includes(event.key)
-        if (!leaves || morphInstallationSummary.runningCount === 0)
-            return
-        event.accepted = true
-        if (header.canLeave)
-            leave(event.key === Qt.Key_Escape ? wrapper.close : wrapper.back)
     }
 
     dialogWidth: GlobalValues.defaultDialogWidth
@@ -76,18 +54,19 @@ DialogContainer {
     state: 'VerticalCenter'
     backOnPgUp: true
     closeInterceptor: () => false
-    initialFocusItem: list.count > 0 ? list : download_btn
+    keyInterceptor: signal => { // the keys that leave ask like the header does
+        if (header.canLeave)
+            leave(signal)
+    }
+    initialFocusItem: list.count === 0 && !DictionariesListModel.isDownloadMode ? download_btn : list
 
     onVisibleChanged: {
         if (!visible)
             return
         DictionariesListModel.reset()
-        focusContent()
+        focusOnFirstElement()
     }
-    Component.onCompleted: {
-        if (visible)
-            focusContent()
-    }
+    Component.onCompleted: if (visible) focusOnFirstElement()
 
     Connections {
         target: DictionariesListModel
@@ -97,17 +76,16 @@ DialogContainer {
             Qt.callLater(list.settleFocus) // qmllint disable
         }
         function onModelRefreshed() {
-            download_btn.countMarked()
+            download_btn.markedCount = DictionariesListModel.selectedCount
             list.visible = true
             list.forceLayout()
-            if (list.count === 0)
-                list.visible = false
+            list.visible = list.count > 0
             if (DictionariesListModel.isDownloadMode)
                 list.currentIndex = 0
             else
                 wrapper.scroll()
             if (download_btn.activeFocus && !download_btn.enabled)
-                wrapper.focusContent()
+                wrapper.focusOnFirstElement()
             list.settleFocus()
         }
         function onShowEmptyScreen() {
@@ -115,24 +93,19 @@ DialogContainer {
         }
         function onIsDownloadModeChanged(isDownloadMode) {
             list.lastFocusedItem = null // other rows are coming
-            download_btn.countMarked()
-            if (isDownloadMode) {
+            download_btn.markedCount = DictionariesListModel.selectedCount
+            if (isDownloadMode)
                 download_btn.busy_visible = false
-                download_btn.enabled = download_btn.markedCount !== 0
-            } else {
-                download_btn.enabled = true
-            }
+            download_btn.enabled = !isDownloadMode || download_btn.markedCount > 0
         }
         function onNoNewDictionaries() {
-            download_btn.busy_visible = false
-            download_btn.enabled = true
+            download_btn.endBusy()
         }
         function onToDownloadModFailed() {
-            download_btn.busy_visible = false
-            download_btn.enabled = true
+            download_btn.endBusy()
         }
         function onSelectedCountChanged() {
-            download_btn.countMarked()
+            download_btn.markedCount = DictionariesListModel.selectedCount
             if (DictionariesListModel.isDownloadMode)
                 download_btn.enabled = download_btn.markedCount > 0
         }
@@ -155,21 +128,16 @@ DialogContainer {
         canAction: canLeave
         onBack: wrapper.leave(wrapper.back)
         onAction: wrapper.leave(wrapper.close)
-        onActiveFocusChanged: {
-            if (activeFocus)
-                list.lastFocusedItem = header
-        }
+        onActiveFocusChanged: if (activeFocus) list.lastFocusedItem = header
 
         Keys.onUpPressed: {
-            if (!DictionariesListModel.isDownloadMode || DictionariesListModel.selectedCount > 0) {
-                download_btn.forceActiveFocus()
-                return
-            }
-            list.lastFocusedItem = download_btn
-            list.forceActiveFocus()
+            const isButtonUsable = !DictionariesListModel.isDownloadMode || DictionariesListModel.selectedCount > 0
+            if (!isButtonUsable)
+                list.lastFocusedItem = download_btn
+            const next = isButtonUsable ? download_btn : list
+            next.forceActiveFocus()
         }
         Keys.onDownPressed: list.count > 0 ? list.forceActiveFocus() : download_btn.forceActiveFocus()
-        Keys.onPressed: event => wrapper.askBeforeLeaving(event)
     }
 
     Item {
@@ -177,17 +145,8 @@ DialogContainer {
         width: parent.width
         height: wrapper.height - 3 * GlobalValues.dialogHeaderHeight
 
-        Keys.onPressed: event => {
-            if (DeviceInfoProvider.touch && list.contentHeight > list.height) {
-                event.accepted = event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown
-                if (event.key === Qt.Key_PageUp)
-                    Global.scrollPageUp(list)
-                else if (event.key === Qt.Key_PageDown)
-                    Global.scrollPageDown(list)
-            }
-            if (!event.accepted)
-                wrapper.askBeforeLeaving(event)
-        }
+        Keys.enabled: DeviceInfoProvider.touch && list.contentHeight > list.height
+        Keys.onPressed: event => Global.turnPage(event, () => Global.scrollPageUp(list), () => Global.scrollPageDown(list))
 
         CachedListView {
             id: list
@@ -197,38 +156,8 @@ DialogContainer {
             // Whether the rows' info buttons have the key focus, rather than the rows.
             property bool infoColumnSelected: false
 
-            // The list's row of a dictionary of the model; -1 if there is none.
-            function rowOf(sourceIndex) {
-                for (let row = 0; sourceIndex >= 0 && row < count; ++row) {
-                    if (languageHeaderInjectorProxyModel.mapRowToSource(row) === sourceIndex)
-                        return row
-                }
-                return -1
-            }
-
-            // Keys need a row to start from; a header without a tile is none.
-            function settleFocus() {
-                if (activeFocus && !DeviceInfoProvider.touch)
-                    listBehaviour.activeFocusIndex = Math.max(0, currentIndex)
-            }
-
-            function flickPageUp() {
-                if (contentY <= 0)
-                    return false
-                contentY = Math.max(originY, contentY - height)
-                return true
-            }
-
-            function flickPageDown() {
-                if (contentY >= contentHeight - height - 1)
-                    return false
-                contentY = Math.min(contentHeight - height + originY, contentY + height)
-                return true
-            }
-
+            width: parent.width
             anchors.top: parent.top
-            anchors.left: parent.left
-            anchors.right: parent.right
             anchors.bottom: separator.top
             anchors.bottomMargin: GlobalValues.dialogContentTopBottomOffset
             focus: count > 0
@@ -243,11 +172,10 @@ DialogContainer {
                 if (!activeFocus || DeviceInfoProvider.touch) // a finger chooses the row itself
                     return
                 if (lastFocusedItem === header)
-                    listBehaviour.activeFocusIndex = 0
-                else if (lastFocusedItem === download_btn && count > 0)
-                    listBehaviour.activeFocusIndex = count - 1
-                else
-                    settleFocus()
+                    currentIndex = 0
+                else if (lastFocusedItem === download_btn)
+                    currentIndex = count - 1
+                settleFocus()
                 lastFocusedItem = null
             }
             KeyNavigation.up: header.backwardAvailable && header.focusable ? header : download_btn
@@ -304,12 +232,6 @@ DialogContainer {
                         onInfoClicked: wrapper.infoClicked(sourceIndex)
                         onToggleSelectionClicked: DictionariesListModel.toggleSelected(sourceIndex)
 
-                        Connections {
-                            target: row.list
-                            function onXChanged() {
-                                row.abortPress()
-                            }
-                        }
                         Loader {
                             active: DebugInfo.debugEnabled
                             sourceComponent: StyledText {
@@ -341,44 +263,37 @@ DialogContainer {
             anchors.top: list.top
             anchors.right: list.right
             visible: list.visible && list.contentHeight > list.height
-            length: list.height
-            thumbLength: Math.max(length * list.visibleArea.heightRatio, GlobalValues.minimalScrollIndicatorThickness)
-            thumbOffset: list.visibleArea.yPosition * length
+            flickable: list
         }
         StyledText {
             anchors.verticalCenter: list.verticalCenter
-            anchors.left: parent.left
-            anchors.right: parent.right
-            anchors.leftMargin: Global.dp(64)
-            anchors.rightMargin: Global.dp(64)
+            x: Global.dp(64)
+            width: parent.width - 2 * x
             visible: !list.visible
             text: qsTr('@NoInstalledDictionaries')
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.WrapAnywhere
         }
-        Rectangle {
+        SolidSeparator {
             id: separator
-            anchors.left: parent.left
-            anchors.right: parent.right
+            width: parent.width
             anchors.bottom: download_btn.top
-            height: GlobalValues.defaultSolidSeparatorThickness
-            color: GlobalValues.defaultSolidseparatorColor
         }
         ImgBusyIndicatorTextButton {
             id: download_btn
 
+            // The model doesn't tell when marks go with their rows.
             property int markedCount: 0
             readonly property string label:
                 !DictionariesListModel.isDownloadMode ? qsTr('@AddNewDictionaries')
                 : markedCount > 0 ? '%1 (%2)'.arg(qsTr('@Download')).arg(markedCount) : qsTr('@Download')
 
-            // The model doesn't tell when marks go with their rows.
-            function countMarked() {
-                markedCount = DictionariesListModel.selectedCount
+            function endBusy() {
+                busy_visible = false
+                enabled = true
             }
 
-            anchors.left: parent.left
-            anchors.right: parent.right
+            width: parent.width
             anchors.bottom: parent.bottom
             z: 2
             focus: !DictionariesListModel.isDownloadMode && list.count === 0
@@ -397,10 +312,8 @@ DialogContainer {
                     enabled = false
                 }
             }
-            onActiveFocusChanged: {
-                if (activeFocus && list.count > 0) // else the list gets the focus with its first rows, not by a key
-                    list.lastFocusedItem = download_btn
-            }
+            // Without rows the list gets the focus when they come, not by a key.
+            onActiveFocusChanged: if (activeFocus && list.count > 0) list.lastFocusedItem = download_btn
             KeyNavigation.up: list.count > 0 ? list : header.focusable ? header : null
             Keys.onDownPressed: event => {
                 if (event.isAutoRepeat) // of the key that is held to come here from the list

@@ -55,17 +55,9 @@ Item {
         onFlickStarted: DeviceInfoProvider.enterA2onFlickForItem(panel)
         onActiveFocusChanged: shown.focusSlider()
 
-        Keys.onPressed: event => {
-            if (!DeviceInfoProvider.touch)
-                return
-            if (event.key === Qt.Key_PageDown)
-                Global.scrollFlickablePageDown(panel)
-            else if (event.key === Qt.Key_PageUp)
-                Global.scrollFlickablePageUp(panel)
-            else
-                return
-            event.accepted = true
-        }
+        Keys.enabled: DeviceInfoProvider.touch
+        Keys.onPressed: event => Global.turnPage(event, () => Global.scrollFlickablePageUp(panel),
+                                                 () => Global.scrollFlickablePageDown(panel))
 
         Column {
             id: column
@@ -223,9 +215,8 @@ Item {
         anchors.top: panel.top
         anchors.right: panel.right
         visible: shown.scrollAssistant
+        flickable: panel
         length: panel.height - GlobalValues.scrollListButtonsHeight
-        thumbLength: Math.max(length * panel.visibleArea.heightRatio, GlobalValues.minimalScrollIndicatorThickness)
-        thumbOffset: panel.visibleArea.yPosition * length
     }
     ProxySlider {
         id: slider

@@ -67,7 +67,7 @@ Item {
             compare(listView() === null, data.empty ?? false)
             useTouch(false)
             compare(shows(qsTr("@LongPress")), data.enabled)
-            dialog.focusContent()
+            dialog.focusOnFirstElement()
             compare(wideButton().activeFocus, data.empty ?? false)
         }
 
