@@ -1,5 +1,6 @@
 #pragma once
 
+#include <dictionaries/vl_api.h>
 #include <utilities/cfg_wrapper.h>
 
 #include <string>
@@ -11,6 +12,9 @@ class CurrentDictionary {
 public:
     enum class Access { Read = 0, ReadWrite = 1 };
     explicit CurrentDictionary(Access access);
+
+    /// Makes the reader use a dictionary, by its name or else by its file name; the setting stays.
+    static bool open(const vl_api::Dictionary& dictionary);
 
     /// The dictionary's name; empty when none is chosen.
     [[nodiscard]] std::string name() const;

@@ -2,15 +2,15 @@
 
 #include "data_manager.h"
 #include "dictionary_id_pair.h"
+#include "dictionary_row.h"
+#include "download_mode.h"
 
-#include <dictionaries/dictionary_info.h>
 #include <dictionaries/morph_explorer.h>
-#include <dictionaries/vl_api.h>
 
 #include <QAbstractListModel>
 #include <QFutureWatcher>
-#include <atomic>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,8 +21,10 @@ namespace tessaly::dictionary {
 
 /// The list behind the whole interface: the installed dictionaries or, in download mode, those of the
 /// server's catalogue that aren't installed. One object for the process; it lives until the process ends and
-/// belongs to C++. Everything is used on its own thread, that of the interface; the download-mode job on a
-/// worker touches only what is atomic, and hands over its result when it is done.
+/// belongs to C++. Everything is used on its own thread, that of the interface. The download-mode job on a
+/// worker uses two things of the model's: the data manager, and with it the database, which nobody else reads
+/// while the job runs; and the news, through which it sets the connecting flag and emits dataManagerError and
+/// noNewDictionaries. Its rows are what its future holds.
 class DictionariesListModel : public QAbstractListModel {
     Q_OBJECT
     Q_PROPERTY(int selectedCount READ selectedCount NOTIFY selectedCountChanged)
@@ -38,18 +40,7 @@ class DictionariesListModel : public QAbstractListModel {
         QString choosedDictionaryTitle READ choosedDictionaryTitle NOTIFY choosedDictionaryTitleChanged)
 
 public:
-    /// One row. A plain value.
-    struct Item {
-        DictionaryInfo info;
-        bool selectedToDownload = false;
-        bool installed = false; ///< what the builders were told; nothing in the product tells them true
-
-        static std::vector<Item> vectorFromDictionaries(const std::vector<DictionaryInfo>& records,
-                                                        bool installed);
-        /// Opens each dictionary for its metadata; one that can't be opened still gets a row, and a warning.
-        static std::vector<Item> vectorFromVlDictionaries(const vl_api::DictionariesBimap& dictionaries,
-                                                          bool installed);
-    };
+    using Item = DictionaryRow;
 
     DictionariesListModel();
     /// Waits for a running job.
@@ -61,12 +52,12 @@ public:
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
-    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override { return Item::roleNames(); }
 
     [[nodiscard]] int selectedCount() const;
     [[nodiscard]] bool isDownloadMode() const { return m_isDownloadMode; }
     [[nodiscard]] bool isDictsAvailForDownload() const { return m_isDictsAvailForDownload; }
-    [[nodiscard]] bool isConnectingToNet() const { return m_isConnectingToNet; } ///< any thread
+    [[nodiscard]] bool isConnectingToNet() const { return m_news->isConnectingToNet(); } // any thread
     [[nodiscard]] int selectedDictionaryIndex() const { return m_selectedDictionaryIndex; }
     [[nodiscard]] QString choosedDictionaryTitle() const { return m_choosedDictionaryTitle; }
     void setChoosedDictionaryTitle(QString title);
@@ -103,20 +94,28 @@ public Q_SLOTS:
     void reset();
 
     // A row that isn't there gives an empty text or false.
-    QString getTitle(int index) const;
-    QString getDisplayTitle(int index) const;
-    QString getLanguageFrom(int index, bool iso = false) const;
-    QString getLanguageTo(int index, bool iso = false) const;
-    QString getPublishDate(int index) const;
-    QString getProvider(int index) const;
-    QString getDescription(int index) const;
-    QVariant getHasDescription(int index) const;
-    QString getCoverUrl(int index) const;
-    QString getVersion(int index) const;
-    QString getSet(int index) const;
-    QString getCategory(int index) const;
-    bool isSelected(int index) const;
-    bool isInstalled(int index) const;
+    QString getTitle(int index) const { return text(index, &DictionaryInfo::name); }
+    QString getDisplayTitle(int index) const {
+        return itemAt(index) ? itemAt(index)->displayTitle() : QString();
+    }
+    QString getLanguageFrom(int index, bool iso = false) const {
+        return language(index, &DictionaryInfo::languageFrom, iso);
+    }
+    QString getLanguageTo(int index, bool iso = false) const {
+        return language(index, &DictionaryInfo::languageTo, iso);
+    }
+    QString getPublishDate(int index) const { return text(index, &DictionaryInfo::publishDate); }
+    QString getProvider(int index) const { return text(index, &DictionaryInfo::provider); }
+    QString getDescription(int index) const { return text(index, &DictionaryInfo::description); }
+    QVariant getHasDescription(int index) const { return !getDescription(index).isEmpty(); }
+    QString getCoverUrl(int index) const { return text(index, &DictionaryInfo::thumbnail); }
+    QString getVersion(int index) const {
+        return itemAt(index) ? QString::number(itemAt(index)->info.version) : QString();
+    }
+    QString getSet(int index) const { return text(index, &DictionaryInfo::dictSet); }
+    QString getCategory(int index) const { return text(index, &DictionaryInfo::category); }
+    bool isSelected(int index) const { return itemAt(index) && itemAt(index)->selectedToDownload; }
+    bool isInstalled(int index) const { return itemAt(index) && itemAt(index)->installed; }
 
     /// Makes a row's dictionary the reader's current one, if it is installed and opens.
     void chooseDictionary(int index, bool close_app = true);
@@ -127,10 +126,13 @@ public Q_SLOTS:
     /// Deletes a row's file from the four dictionary folders. Throws std::out_of_range for a row past the
     /// end; a caller from QML gets a warning in the log instead.
     void deleteDict(int index);
-    int getCount() const;
+    int getCount() const { return int(m_dictionaries.size()); }
     void close();
     /// The row's numbers; (-1, -1) for a row that isn't there.
-    DictionaryIdPair idPair(int index) const;
+    DictionaryIdPair idPair(int index) const {
+        const Item* const item = itemAt(index);
+        return item ? DictionaryIdPair(item->info.databaseId, item->info.serverId) : DictionaryIdPair();
+    }
     int indexFromDatabaseId(int id) const;
     int indexFromServerId(int id) const;
     QString getSelectedIds();
@@ -138,41 +140,37 @@ public Q_SLOTS:
     void toggleSelected(int index);
     void setIsDownloadMode(bool isDownloadMode);
     void setIsDictsAvailForDownload(bool isDictsAvailForDownload);
-    void setIsConnectingToNet(bool isConnectingToNet); // any thread
+    void setIsConnectingToNet(bool isConnectingToNet) { // any thread
+        m_news->setIsConnectingToNet(isConnectingToNet);
+    }
     void dump();
     /// The row of a file name or, failing that, of an installed dictionary's name; -1 if there is none.
     int findByVLName(QString name) const;
 
 private:
-    using Locale = boost::optional<utilities::Locale>;
-
-    [[nodiscard]] const Item* itemAt(int index) const;
+    [[nodiscard]] const Item* itemAt(int index) const {
+        return index >= 0 && index < getCount() ? &m_dictionaries[std::size_t(index)] : nullptr;
+    }
     [[nodiscard]] QString text(int index, std::string DictionaryInfo::*field) const;
-    [[nodiscard]] QString language(int index, Locale DictionaryInfo::*field, bool iso) const;
-    [[nodiscard]] int indexOfFile(const std::string& file) const;
-    [[nodiscard]] int indexOfId(int id, std::int32_t DictionaryInfo::*field) const;
+    [[nodiscard]] QString language(int index, Item::Language language, bool iso) const;
+    /// The first row whose field has this value, or -1.
+    template<class Value>
+    [[nodiscard]] int rowOf(Value DictionaryInfo::*field, const Value& value) const;
     void setSelectedDictionaryIndex(int index);
-    void showInstalled(const std::vector<DictionaryInfo>& catalogue,
-                       const vl_api::DictionariesBimap& installed);
-
-    /// On a worker thread.
-    bool runDownloadModeJob(std::vector<Item>& notInstalled);
 
     MorphExplorer* m_morphExplorer = nullptr;
     int m_selectedDictionaryIndex = -1;
     QString m_choosedDictionaryTitle;
     DataManager m_dataManager;
-    QFutureWatcher<bool> m_watcher;
+    QFutureWatcher<std::optional<std::vector<Item>>> m_watcher;
     std::vector<Item> m_notInstalledDictionaries;
     std::vector<Item> m_dictionaries;
     bool m_isDownloadMode = false;
     bool m_isDictsAvailForDownload = false;
-    std::atomic<bool> m_isConnectingToNet{false};
+    std::shared_ptr<DownloadModeNews> m_news = std::make_shared<DownloadModeNews>();
     bool m_toDownloadModeRunning = false;
     bool m_isRefreshing = false;
     QString m_chooseDictionaryAction; ///< the reader's action of that name
-    /// What the job found: written by the worker, read once its future is finished.
-    std::shared_ptr<std::vector<Item>> m_jobResult;
 };
 
 } // namespace tessaly::dictionary

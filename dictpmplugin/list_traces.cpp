@@ -3,6 +3,7 @@
 #include <base/log.h>
 #include <vellum/vellum.h>
 
+#include <QDebug>
 #include <ostream>
 
 namespace tessaly::dictionary::traces {
@@ -18,8 +19,8 @@ std::ostream& writeLine(std::ostream& out, const vl_api::Dictionary& dictionary)
                << ", directory: " << dictionary.directory << " }";
 }
 
-std::ostream& writeLine(std::ostream& out, const DictionariesListModel::Item& item) {
-    return writeLine(out, item.info) << (item.selectedToDownload ? " selected" : "");
+std::ostream& writeLine(std::ostream& out, const DictionaryRow& row) {
+    return writeLine(out, row.info) << (row.selectedToDownload ? " selected" : "");
 }
 
 template<class List>
@@ -46,8 +47,8 @@ void verbose(const char* label, const Records& records) {
 void verbose(const char* label, const Installed& dictionaries) {
     writeVerbose(label, dictionaries);
 }
-void verbose(const char* label, const Items& items) {
-    writeVerbose(label, items);
+void verbose(const char* label, const Rows& rows) {
+    writeVerbose(label, rows);
 }
 
 void fromNet(const Records& records) {
@@ -66,6 +67,20 @@ void installedBeside(const Records& records, const Installed& dictionaries) {
             << ")";
         return writeList(out, dictionaries, "\t");
     });
+}
+
+void dump(const void* model, const Rows& shown, const Rows& notInstalled) {
+    const auto write = [](const Rows& rows) {
+        for (const DictionaryRow& row : rows)
+            qDebug() << "    - " << row.info.name.c_str() << ", provider: " << row.info.provider.c_str()
+                     << ", selected: " << (row.selectedToDownload ? "true" : "false");
+    };
+    qDebug() << "-------- DictionariesListModel dump (" << model << ") --------";
+    qDebug() << "  ------ dict info [" << shown.size() << "]:";
+    write(shown);
+    qDebug() << "  ------ m_notInstalledDictionaries [" << notInstalled.size() << "]:";
+    write(notInstalled);
+    qDebug() << "-------- End dump -------------------------------------------";
 }
 
 } // namespace tessaly::dictionary::traces

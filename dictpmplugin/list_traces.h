@@ -1,25 +1,23 @@
 #pragma once
 
-#include "dictionarieslistmodel.h"
+#include "dictionary_row.h"
 
-#include <dictionaries/dictionary_info.h>
-#include <dictionaries/vl_api.h>
-
-#include <vector>
-
-/// What the list model writes to the structured log in the device's debug mode; nothing otherwise. Any
+/// What the list model writes to the structured log in the device's debug mode, and nothing otherwise. Any
 /// thread.
 namespace tessaly::dictionary::traces {
 
 using Records = std::vector<DictionaryInfo>;
 using Installed = vl_api::DictionariesBimap;
-using Items = std::vector<DictionariesListModel::Item>;
+using Rows = std::vector<DictionaryRow>;
 
 void verbose(const char* label, const Records& records);
 void verbose(const char* label, const Installed& dictionaries);
-void verbose(const char* label, const Items& items);
+void verbose(const char* label, const Rows& rows);
 
 void fromNet(const Records& records);
 void installedBeside(const Records& records, const Installed& dictionaries);
+
+/// Both lists of a model, to Qt's debug log, whatever the mode.
+void dump(const void* model, const Rows& shown, const Rows& notInstalled);
 
 } // namespace tessaly::dictionary::traces

@@ -1,6 +1,6 @@
 #include "list_under_test.h"
 
-#include <dictpmplugin/dictionary_order.h>
+#include <dictpmplugin/download_mode.h>
 #include <dictpmplugin/installed_files.h>
 
 #include <random>

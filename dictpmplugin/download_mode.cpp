@@ -1,0 +1,57 @@
+#include "download_mode.h"
+
+#include "LangUtils.h"
+#include "data_manager.h"
+#include "list_traces.h"
+
+#include <vellum/vellum.h>
+
+#include <algorithm>
+
+namespace tessaly::dictionary {
+
+void DownloadModeNews::setIsConnectingToNet(bool isConnectingToNet) {
+    constexpr auto file = "dictpmplugin/download_mode";
+    ts_print_log2(4, file, __LINE__, __PRETTY_FUNCTION__,
+                  "=========================== setIsConnectingToNet: %d", int(isConnectingToNet));
+    const bool was = m_isConnectingToNet.exchange(isConnectingToNet);
+    ts_print_log2(4, file, __LINE__, __PRETTY_FUNCTION__,
+                  "=========================== setIsConnectingToNet was: %d", int(was));
+    if (was != isConnectingToNet)
+        Q_EMIT isConnectingToNetChanged(isConnectingToNet);
+}
+
+std::optional<std::vector<DictionaryRow>> listDownloadable(DataManager& dataManager, DownloadModeNews& news) {
+    news.setIsConnectingToNet(true);
+    if (const auto error = dataManager.synchronizeMetaData()) {
+        Q_EMIT news.dataManagerError(int(*error));
+        return std::nullopt;
+    }
+    const auto fromNet = dataManager.getDictionariesFromNet();
+    if (fromNet.isLeft()) {
+        Q_EMIT news.dataManagerError(int(fromNet.getLeft()));
+        return std::nullopt;
+    }
+    traces::fromNet(fromNet.getRight());
+    const auto installed = vl_api::enumDictionaries();
+    auto offered = DictionaryInfo::subtractLists(fromNet.getRight(), installed);
+    traces::installedBeside(fromNet.getRight(), installed);
+    if (offered.empty()) {
+        Q_EMIT news.noNewDictionaries();
+        return std::nullopt; // the connecting flag stays set, here and above, on purpose
+    }
+    news.setIsConnectingToNet(false);
+    std::sort(offered.begin(), offered.end(), comesBefore);
+    return DictionaryRow::vectorFromDictionaries(offered, false);
+}
+
+bool comesBefore(const DictionaryInfo& a, const DictionaryInfo& b) {
+    const auto isBefore = [&](boost::optional<utilities::Locale> DictionaryInfo::*language) {
+        return langutils::displayTextOr(a.*language, "Other") <
+               langutils::displayTextOr(b.*language, "Other");
+    };
+    return isBefore(a.languageFrom == b.languageFrom ? &DictionaryInfo::languageTo
+                                                     : &DictionaryInfo::languageFrom);
+}
+
+} // namespace tessaly::dictionary
