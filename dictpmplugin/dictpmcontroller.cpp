@@ -1,8 +1,11 @@
 #include "dictpmcontroller.h"
 
 #include "dictionarieslistmodel.h"
-#include "package_run.h"
+#include "package_installer.h"
 
+#include <dictionaries/routes.h>
+
+#include <QDebug>
 #include <QJSEngine>
 #include <QtConcurrent>
 #include <utility>
@@ -15,6 +18,25 @@ namespace {
 constexpr int connectedState = 2;
 constexpr int syncIntervalMs = 1000;
 
+constexpr auto installerTimer = "dict_installer_timer";
+constexpr int firstPollMs = 200;
+constexpr int pollMs = 1000;
+constexpr int noSpaceCode = -10;
+
+/// Which part of the whole progress, in percent, a stage has.
+struct Stage {
+    int from;
+    int to;
+
+    [[nodiscard]] int at(double share) const { return from + int(share * (to - from)); }
+};
+constexpr Stage requesting{0, 5};
+constexpr Stage building{5, 10}; ///< the package, by the server
+constexpr Stage downloading{10, 90};
+constexpr Stage installing{90, 95};
+constexpr Stage reporting{95, 98};
+constexpr Stage finishing{98, 100};
+
 bool isOnline() {
     return GetNetState() == connectedState || NetConnect2(nullptr, 1) == 0;
 }
@@ -22,11 +44,11 @@ bool isOnline() {
 } // namespace
 
 DictPMController::DictPMController()
-    : m_run(std::make_shared<PackageRun>(m_state.begin(), "")) {
+    : m_run(newRun("")) {
     connect(&m_syncTimer, &QTimer::timeout, this, &DictPMController::syncTimerHandler);
     connect(&m_watcher, &QFutureWatcher<bool>::finished, this, &DictPMController::handleDownloadFinished);
     connect(this, &DictPMController::progressChanged, this,
-            [this](int value) { setIsInstalling(90 <= value && value <= 95); });
+            [this](int value) { setIsInstalling(installing.from <= value && value <= installing.to); });
     connect(this, &DictPMController::fatalError, this, [this] { Q_EMIT syncFinished(false); });
 }
 
@@ -64,12 +86,12 @@ void DictPMController::setIsInstalling(bool isInstalling) {
 }
 
 void DictPMController::setSyncState(int syncState) {
-    if (m_state.setState(syncState))
+    if (m_state->setState(syncState))
         Q_EMIT syncStateChanged(syncState);
 }
 
 void DictPMController::setErrorType(int erorr_type) {
-    if (m_state.setError(erorr_type))
+    if (m_state->setError(erorr_type))
         Q_EMIT errorTypeChanged(erorr_type);
 }
 
@@ -80,49 +102,56 @@ void DictPMController::downloadPackageProcess() {
     for (const std::string& id : DictionariesListModel::instance()->selectedIds())
         ids += (ids.empty() ? "" : ",") + id;
     m_syncTimer.start(syncIntervalMs);
-    auto run = std::make_shared<PackageRun>(m_state.begin(), ids);
-    setSyncState(Starting);
-    startRun(std::move(run), [this](PackageRun& started) { return requestAndDownload(started); });
+    auto run = newRun(ids);
+    setSyncState(RunState::Starting);
+    startRun(std::move(run), &PackageRun::requestAndDownload);
 }
 
 void DictPMController::reDownloadPackageProcess() {
     if (!isOnline())
         return;
-    if (m_run->taskId <= 0) {
+    if (m_run->taskId() <= 0) {
         downloadPackageProcess();
         return;
     }
     m_syncTimer.start(syncIntervalMs);
-    auto run = std::make_shared<PackageRun>(m_state.begin(), m_run->ids);
-    run->taskId = m_run->taskId.load();
-    startRun(std::move(run), [this](PackageRun& started) { return downloadPackage(started); });
+    startRun(newRun(m_run->ids(), m_run->taskId()), &PackageRun::download);
 }
 
-void DictPMController::startRun(std::shared_ptr<PackageRun> run,
-                                const std::function<bool(PackageRun&)>& work) {
-    m_run->downloader.CancelCurrent(); // what an older run still does, nobody waits for any more
+std::shared_ptr<PackageRun> DictPMController::newRun(const std::string& ids, long long taskId) {
+    auto run = std::make_shared<PackageRun>(m_state, ids, taskId);
+    // Passed on at once, by the thread that emits: before the run's future ends.
+    connect(run.get(), &PackageRun::syncStateChanged, this, &DictPMController::syncStateChanged,
+            Qt::DirectConnection);
+    connect(run.get(), &PackageRun::errorTypeChanged, this, &DictPMController::errorTypeChanged,
+            Qt::DirectConnection);
+    return run;
+}
+
+void DictPMController::startRun(std::shared_ptr<PackageRun> run, bool (PackageRun::*work)()) {
+    m_run->cancel(); // what an older run still does, nobody waits for any more
     m_run = std::move(run);
     m_isJobRunning = true;
-    m_watcher.setFuture(QtConcurrent::run([work, started = m_run] { return work(*started); }));
+    m_watcher.setFuture(QtConcurrent::run([work, started = m_run] { return (*started.*work)(); }));
 }
 
 void DictPMController::cancelDownloading() {
-    m_run->downloader.CancelCurrent();
+    m_run->cancel();
     m_syncTimer.stop();
-    setSyncState(Cancelled);
+    setSyncState(RunState::Cancelled);
 }
 
 void DictPMController::syncTimerHandler() {
     switch (syncState()) {
-    case Starting:
-    case WaitingForPackage:
+    case RunState::Starting:
+    case RunState::WaitingForPackage:
         handleWaitingDownloadProgress();
         break;
-    case Downloading:
+    case RunState::Downloading:
         handleDownloadProgress();
         break;
-    case Installing:
-        setProgress(90);
+    case RunState::Installing:
+        setProgress(installing.from);
         m_syncTimer.stop();
         break;
     default:
@@ -132,29 +161,25 @@ void DictPMController::syncTimerHandler() {
 
 void DictPMController::handleWaitingDownloadProgress() {
     // One for the process, on purpose: the waiting animation plays only once.
-    static int waitCounter = 0;
+    static int halfPercents = 0;
     const int state = syncState();
-    if ((state == Starting && waitCounter <= 10) || (state == WaitingForPackage && waitCounter <= 20))
-        setProgress(waitCounter / 2);
-    ++waitCounter;
+    if ((state == RunState::Starting && halfPercents <= 2 * requesting.to) ||
+        (state == RunState::WaitingForPackage && halfPercents <= 2 * building.to))
+        setProgress(halfPercents / 2);
+    ++halfPercents;
 }
 
 void DictPMController::handleDownloadProgress() {
-    bool isActive = false;
-    std::string text;
-    int total = 0;
-    int done = 0;
-    m_run->downloader.GetProgress(&isActive, &text, &total, &done);
-    setProgress(int(double(done) / double(total) * 80.0) + 10);
+    setProgress(downloading.at(m_run->downloaded()));
 }
 
 void DictPMController::handleDownloadFinished() {
     const bool hasEnded = m_watcher.isFinished() && std::exchange(m_isJobRunning, false);
-    if (syncState() == Cancelled) {
+    if (syncState() == RunState::Cancelled) {
         m_syncTimer.stop();
         setProgress(0);
         if (hasEnded)
-            removePackage(*m_run); // the cancellation may have come when it was there already
+            m_run->removePackage(); // the cancellation may have come when it was there already
         return;
     }
     if (!hasEnded)
@@ -162,7 +187,7 @@ void DictPMController::handleDownloadFinished() {
     m_syncTimer.stop();
     if (!m_watcher.result()) {
         setProgress(0);
-        setSyncState(DownloadFailed);
+        setSyncState(RunState::DownloadFailed);
         return;
     }
     switch (errorType()) {
@@ -179,12 +204,70 @@ void DictPMController::handleDownloadFinished() {
         break;
     }
     if (errorType() != NoError) {
-        setSyncState(DownloadFailed);
+        setSyncState(RunState::DownloadFailed);
         return;
     }
-    setSyncState(Installing);
-    setProgress(90);
+    setSyncState(RunState::Installing);
+    setProgress(installing.from);
     installPackage();
+}
+
+void DictPMController::installPackage() {
+    setProgress(installing.from);
+    setIsInstalling(true);
+    m_installedRun = m_run;
+    if (package_installer::start(m_installedRun->packagePath()))
+        SetHardTimerEx(installerTimer, dictInstallTimerFunc, this, firstPollMs);
+    else
+        handleInstallFinished(-1); // whatever the status file would say
+}
+
+void DictPMController::dictInstallTimerFunc(void* controller) {
+    static_cast<DictPMController*>(controller)->pollInstaller();
+}
+
+void DictPMController::pollInstaller() {
+    const auto percent = package_installer::progress();
+    if (!percent) {
+        handleInstallFinished(package_installer::takeOutCode());
+        return;
+    }
+    if (!installsForOlderRun())
+        setProgress(installing.at(*percent / 100.0));
+    SetHardTimerEx(installerTimer, dictInstallTimerFunc, this, pollMs);
+}
+
+bool DictPMController::installsForOlderRun() const {
+    return m_installedRun && m_installedRun != m_run;
+}
+
+void DictPMController::handleInstallFinished(const int code) {
+    const bool isForOlderRun = installsForOlderRun();
+    const auto run = m_installedRun ? std::exchange(m_installedRun, nullptr) : m_run;
+    run->removePackage();
+    if (isForOlderRun)
+        return; // states and signals belong to the run that was begun meanwhile
+    if (code == 0) {
+        setProgress(reporting.from);
+        const auto reported = Routes::sendSuccessInstall(std::to_string(run->taskId()), default_base_url());
+        if (reported.isLeft()) {
+            qDebug() << "[warn]: Routes::sendSuccessInstall failed with:"
+                     << to_string(reported.getLeft()).c_str();
+        }
+        setProgress(reporting.to);
+        setSyncState(RunState::Installed);
+        setProgress(finishing.to);
+        package_installer::removeLeftovers();
+        Q_EMIT syncFinished(true);
+        setProgress(0);
+        return;
+    }
+    setSyncState(RunState::InstallationFailed);
+    setErrorType(code == noSpaceCode ? NoSpaceOnSecureStorage : InstallPackageError);
+    ts_print_log2(2, "dictpmplugin/dictpmcontroller", __LINE__,
+                  "void tessaly::dictionary::DictPMController::handleInstallFinished(const int)",
+                  "Error installing dictionaries (code: %d).", code);
+    Q_EMIT fatalError();
 }
 
 } // namespace tessaly::dictionary

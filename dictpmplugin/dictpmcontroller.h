@@ -1,11 +1,10 @@
 #pragma once
 
-#include "run_state.h"
+#include "package_run.h"
 
 #include <QFutureWatcher>
 #include <QObject>
 #include <QTimer>
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -13,8 +12,6 @@ class QJSEngine;
 class QQmlEngine;
 
 namespace tessaly::dictionary {
-
-struct PackageRun;
 
 /// Turns the marked dictionaries into installed ones: has the server build a package, downloads it, runs the
 /// device's installer on it and reports. One object for the process; it lives until the process ends and
@@ -27,29 +24,16 @@ class DictPMController : public QObject {
 
 public:
     enum ErrorType {
-        NoError = 0,
-        EmptyIDsList = 1,
-        LastQueryNotYetProcessed = 2,
-        TaskIDError = 3,
+        NoError = RunState::NoError,
+        EmptyIDsList = RunState::EmptyIDsList,
+        LastQueryNotYetProcessed = RunState::LastQueryNotYetProcessed,
+        TaskIDError = RunState::TaskIDError,
         PackageIsStillCreating = 4,
-        DownloadUrlError = 5,
+        DownloadUrlError = RunState::DownloadUrlError,
         InstallPackageError = 6,
         NoSpaceOnSecureStorage = 7
     };
     Q_ENUM(ErrorType)
-
-    /// The values of syncState().
-    enum SyncState {
-        Idle = 0,
-        Starting = 1,
-        WaitingForPackage = 2,
-        Downloading = 3,
-        Installing = 4,
-        DownloadFailed = 5,
-        Cancelled = RunState::cancelledState,
-        InstallationFailed = 7,
-        Installed = 8
-    };
 
     DictPMController();
     /// Cancels what runs and waits for its worker.
@@ -61,10 +45,10 @@ public:
 
     [[nodiscard]] int progress() const { return m_progress; } ///< 0 to 100, of the whole process
     [[nodiscard]] bool isInstalling() const { return m_isInstalling; }
-    [[nodiscard]] int syncState() const { return m_state.state(); } ///< any thread
+    [[nodiscard]] int syncState() const { return m_state->state(); } ///< a RunState::State; any thread
 
     /// The current run's download step; blocks. On a worker thread.
-    bool downloadPackage();
+    bool downloadPackage() { return m_run->download(); }
     void installPackage();
     /// `code` is the installer's: 0 is success, -10 no space on the secure storage.
     void handleInstallFinished(int code);
@@ -84,7 +68,7 @@ Q_SIGNALS:
     void isInstallingChanged(bool isInstalling);
 
 public Q_SLOTS:
-    int errorType() const { return m_state.error(); } // any thread
+    int errorType() const { return m_state->error(); } // any thread
     void handleDownloadFinished();
     /// Starts a run for the marked dictionaries. Nothing happens when the device can't be connected.
     void downloadPackageProcess();
@@ -97,21 +81,15 @@ public Q_SLOTS:
 
 private:
     void setProgress(int value);
-    void startRun(std::shared_ptr<PackageRun> run, const std::function<bool(PackageRun&)>& work);
+    [[nodiscard]] std::shared_ptr<PackageRun> newRun(const std::string& ids, long long taskId = 0);
+    void startRun(std::shared_ptr<PackageRun> run, bool (PackageRun::*work)());
     void pollInstaller();
     [[nodiscard]] bool installsForOlderRun() const;
-    static void removePackage(const PackageRun& run);
-
-    // On a run's worker thread.
-    bool requestAndDownload(PackageRun& run);
-    bool downloadPackage(PackageRun& run);
-    void setSyncState(const PackageRun& run, int syncState);
-    bool fail(const PackageRun& run, ErrorType error);
 
     int m_progress = 0;
     QTimer m_syncTimer;
-    RunState m_state;
-    std::shared_ptr<PackageRun> m_run;          ///< the last one started; never null
+    std::shared_ptr<RunState> m_state = std::make_shared<RunState>(); ///< shared with the workers
+    std::shared_ptr<PackageRun> m_run;                                ///< the last one started; never null
     std::shared_ptr<PackageRun> m_installedRun; ///< whose package the installer has; null if it has none
     bool m_isJobRunning = false;                ///< until its end has been dealt with
     QFutureWatcher<bool> m_watcher;

@@ -37,7 +37,7 @@ bool RunState::isOver(Run run) const {
 bool RunState::setState(int state) {
     return update([state](Value value) {
         value.state = std::int16_t(state);
-        value.cancelled = value.cancelled || state == cancelledState;
+        value.cancelled = value.cancelled || state == Cancelled;
         return value;
     });
 }

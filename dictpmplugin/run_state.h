@@ -11,7 +11,26 @@ class RunState {
 public:
     using Run = std::uint32_t;
 
-    static constexpr int cancelledState = 6;
+    /// The values of the state.
+    enum State {
+        Idle = 0,
+        Starting = 1,
+        WaitingForPackage = 2,
+        Downloading = 3,
+        Installing = 4,
+        DownloadFailed = 5,
+        Cancelled = 6,
+        InstallationFailed = 7,
+        Installed = 8
+    };
+    /// The errors that a run itself finds; DictPMController::ErrorType has them all.
+    enum Error {
+        NoError = 0,
+        EmptyIDsList = 1,
+        LastQueryNotYetProcessed = 2,
+        TaskIDError = 3,
+        DownloadUrlError = 5
+    };
 
     [[nodiscard]] int state() const { return m_value.load().state; }
     [[nodiscard]] int error() const { return m_value.load().error; }
