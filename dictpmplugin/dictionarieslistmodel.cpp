@@ -6,8 +6,8 @@
 #include "list_traces.h"
 
 #include <common_utilities/defer_sleep.h>
+#include <common_utilities/log_line.h>
 #include <dictionaries/hunspell_searcher.h>
-#include <vellum/vellum.h>
 
 #include <QJSEngine>
 #include <QScopedValueRollback>
@@ -21,8 +21,6 @@ namespace tessaly::dictionary {
 
 namespace {
 
-constexpr auto logFile = "dictpmplugin/dictionarieslistmodel";
-
 /// The object that QML gets as well: an exception must not leave a slot that the meta-object system calls,
 /// since no script engine lets one through.
 class SharedModel final : public DictionariesListModel {
@@ -31,8 +29,7 @@ public:
         try {
             return DictionariesListModel::qt_metacall(call, id, arguments);
         } catch (const std::exception& exception) {
-            ts_print_log2(2, "dictpmplugin/dictionarieslistmodel", __LINE__, __PRETTY_FUNCTION__,
-                          "a call from outside failed: %s", exception.what());
+            LogLine(2) << "a call from outside failed: " << exception.what();
             return -1;
         }
     }
@@ -249,8 +246,7 @@ void DictionariesListModel::chooseDictionary(int index, bool close_app) {
     const auto installed = vl_api::enumDictionaries();
     const vl_api::Dictionary* const dictionary = installed.findByFileName(item->info.file);
     if (!dictionary) {
-        ts_print_log2(2, logFile, __LINE__, __PRETTY_FUNCTION__,
-                      "file `%s` present in model but not exist on file system", item->info.file.c_str());
+        LogLine(2) << "file `" << item->info.file << "` present in model but not exist on file system";
         return;
     }
     if (current.name() == dictionary->name)

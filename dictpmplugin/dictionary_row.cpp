@@ -2,12 +2,11 @@
 
 #include "LangUtils.h"
 
-#include <base/log.h>
+#include <common_utilities/log_line.h>
 #include <dictionaries/dictionary_file.h>
 
 #include <algorithm>
 #include <iterator>
-#include <ostream>
 
 namespace tessaly::dictionary {
 
@@ -19,9 +18,7 @@ DictionaryInfo describe(const vl_api::Dictionary& dictionary) {
     info.file = dictionary.file;
     const auto opened = open(dictionary.absolutePath());
     if (opened.isLeft()) {
-        log::cb::warn(__FILE__, __LINE__, __PRETTY_FUNCTION__, [&](std::ostream& out) -> std::ostream& {
-            return out << "Failed to open dictionary to get metadata: " << opened.getLeft();
-        });
+        LogLine(log::cb::warn) << "Failed to open dictionary to get metadata: " << opened.getLeft();
         return info;
     }
     if (const auto& metadata = opened.getRight().metadata()) {

@@ -4,19 +4,16 @@
 #include "data_manager.h"
 #include "list_traces.h"
 
-#include <vellum/vellum.h>
+#include <common_utilities/log_line.h>
 
 #include <algorithm>
 
 namespace tessaly::dictionary {
 
 void DownloadModeNews::setIsConnectingToNet(bool isConnectingToNet) {
-    constexpr auto file = "dictpmplugin/download_mode";
-    ts_print_log2(4, file, __LINE__, __PRETTY_FUNCTION__,
-                  "=========================== setIsConnectingToNet: %d", int(isConnectingToNet));
+    LogLine(4) << "=========================== setIsConnectingToNet: " << isConnectingToNet;
     const bool was = m_isConnectingToNet.exchange(isConnectingToNet);
-    ts_print_log2(4, file, __LINE__, __PRETTY_FUNCTION__,
-                  "=========================== setIsConnectingToNet was: %d", int(was));
+    LogLine(4) << "=========================== setIsConnectingToNet was: " << was;
     if (was != isConnectingToNet)
         Q_EMIT isConnectingToNetChanged(isConnectingToNet);
 }

@@ -1,7 +1,7 @@
 #include "installed_files.h"
 
 #include <common_utilities/device_path.h>
-#include <vellum/vellum.h>
+#include <common_utilities/log_line.h>
 
 #include <filesystem>
 
@@ -29,10 +29,8 @@ void removeInstalledFile(const std::string& file) {
         std::error_code error;
         if (!fs::is_regular_file(path, error))
             continue;
-        if (!fs::remove(path, error)) {
-            ts_print_log2(2, "dictpmplugin/installed_files", __LINE__, __PRETTY_FUNCTION__,
-                          "can not remove `%s`: %s", path.c_str(), error.message().c_str());
-        }
+        if (!fs::remove(path, error))
+            LogLine(2) << "can not remove `" << path.string() << "`: " << error.message();
     }
 }
 

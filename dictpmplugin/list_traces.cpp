@@ -1,10 +1,9 @@
 #include "list_traces.h"
 
-#include <base/log.h>
-#include <vellum/vellum.h>
+#include <common_utilities/log_line.h>
 
 #include <QDebug>
-#include <ostream>
+#include <sstream>
 
 namespace tessaly::dictionary::traces {
 
@@ -24,19 +23,17 @@ std::ostream& writeLine(std::ostream& out, const DictionaryRow& row) {
 }
 
 template<class List>
-std::ostream& writeList(std::ostream& out, const List& list, const char* separator) {
+std::string text(const List& list, const char* separator) {
+    std::ostringstream out;
     for (const auto& element : list)
         writeLine(out << separator, element);
-    return out;
+    return out.str();
 }
 
 template<class List>
 void writeVerbose(const char* label, const List& list) {
-    if (!vl_debug_mode())
-        return;
-    log::cb::verbose(__FILE__, __LINE__, label, [&](std::ostream& out) -> std::ostream& {
-        return writeList(out << label << " (" << list.size() << ")", list, "\n");
-    });
+    if (vl_debug_mode())
+        LogLine(log::cb::verbose) << label << " (" << list.size() << ")" << text(list, "\n");
 }
 
 } // namespace
@@ -52,21 +49,15 @@ void verbose(const char* label, const Rows& rows) {
 }
 
 void fromNet(const Records& records) {
-    if (!vl_debug_mode())
-        return;
-    log::cb::trace(__FILE__, __LINE__, __PRETTY_FUNCTION__, [&](std::ostream& out) -> std::ostream& {
-        return writeList(out << "DICTS FROM NET (" << records.size() << ")", records, "\n");
-    });
+    if (vl_debug_mode())
+        LogLine(log::cb::trace) << "DICTS FROM NET (" << records.size() << ")" << text(records, "\n");
 }
 
 void installedBeside(const Records& records, const Installed& dictionaries) {
-    if (!vl_debug_mode())
-        return;
-    log::cb::trace(__FILE__, __LINE__, __PRETTY_FUNCTION__, [&](std::ostream& out) -> std::ostream& {
-        out << "DICTS FROM NET (" << records.size() << ") - INSTALLED DICTIONARIES (" << dictionaries.size()
-            << ")";
-        return writeList(out, dictionaries, "\t");
-    });
+    if (vl_debug_mode()) {
+        LogLine(log::cb::trace) << "DICTS FROM NET (" << records.size() << ") - INSTALLED DICTIONARIES ("
+                                << dictionaries.size() << ")" << text(dictionaries, "\t");
+    }
 }
 
 void dump(const void* model, const Rows& shown, const Rows& notInstalled) {

@@ -1,6 +1,7 @@
 #include "package_installer.h"
 
 #include <common_utilities/device_path.h>
+#include <common_utilities/log_line.h>
 #include <utilities/cfg_wrapper.h>
 #include <vellum/vellum.h>
 
@@ -26,8 +27,7 @@ bool reset(utilities::CfgWrapper& status) {
 bool start(const std::string& packagePath) {
     utilities::CfgWrapper status(statusFile, 1);
     if (!reset(status) && std::remove(openablePath(statusFile).c_str()) != 0) {
-        ts_print_log2(2, "dictpmplugin/package_installer", __LINE__, __PRETTY_FUNCTION__,
-                      "can not reset the installer's status file");
+        LogLine(2) << "can not reset the installer's status file";
         return false;
     }
     const char* const arguments[] = {"-package_name", packagePath.c_str()};
