@@ -43,12 +43,18 @@ std::optional<std::vector<DictionaryRow>> listDownloadable(DataManager& dataMana
 }
 
 bool comesBefore(const DictionaryInfo& a, const DictionaryInfo& b) {
-    const auto isBefore = [&](boost::optional<utilities::Locale> DictionaryInfo::*language) {
-        return langutils::displayTextOr(a.*language, "Other") <
-               langutils::displayTextOr(b.*language, "Other");
+    const auto compareNames = [&](DictionaryRow::Language language) {
+        return langutils::displayTextOr(a.*language, "Other")
+            .compare(langutils::displayTextOr(b.*language, "Other"));
     };
-    return isBefore(a.languageFrom == b.languageFrom ? &DictionaryInfo::languageTo
-                                                     : &DictionaryInfo::languageFrom);
+    if (a.languageFrom != b.languageFrom) {
+        const auto code = [](const auto& locale) { return locale ? locale->stringify('_') : std::string(); };
+        const int names = compareNames(&DictionaryInfo::languageFrom);
+        const int order = names != 0 ? names : code(a.languageFrom).compare(code(b.languageFrom));
+        if (order != 0)
+            return order < 0;
+    }
+    return compareNames(&DictionaryInfo::languageTo) < 0;
 }
 
 } // namespace tessaly::dictionary

@@ -34,8 +34,9 @@ private:
 /// a worker thread, while nobody else uses the data manager.
 std::optional<std::vector<DictionaryRow>> listDownloadable(DataManager& dataManager, DownloadModeNews& news);
 
-/// Whether `a` comes before `b` in a catalogue list: by the name of the source language when that differs,
-/// else by the name of the target language. An absent or unknown language counts as "Other". Any thread.
+/// Whether `a` comes before `b` in a catalogue list: by the name of the source language, then its code (names
+/// may be shared: "pt" and "pt_BR", all that are unknown), then the name of the target language. An absent or
+/// unknown language is named "Other". A strict weak ordering. Any thread.
 bool comesBefore(const DictionaryInfo& a, const DictionaryInfo& b);
 
 } // namespace tessaly::dictionary
