@@ -1,5 +1,9 @@
 #include "run_state.h"
 
+#include <common_utilities/log_line.h>
+
+#include <utility>
+
 namespace tessaly::dictionary {
 
 template<class Change>
@@ -12,6 +16,15 @@ bool RunState::update(const Change& change) {
 }
 
 namespace {
+
+/// Whether a value can be kept; logs one that can't.
+template<class Kept>
+bool fits(int value, const char* what) {
+    if (std::in_range<Kept>(value))
+        return true;
+    LogLine(2) << "no " << what << ": " << value;
+    return false;
+}
 
 bool isOverFor(RunState::Run run, RunState::Run current, bool cancelled) {
     return run != current || cancelled;
@@ -35,6 +48,8 @@ bool RunState::isOver(Run run) const {
 }
 
 bool RunState::setState(int state) {
+    if (!fits<std::int16_t>(state, "sync state"))
+        return false;
     return update([state](Value value) {
         value.state = std::int16_t(state);
         value.cancelled = value.cancelled || state == Cancelled;
@@ -43,6 +58,8 @@ bool RunState::setState(int state) {
 }
 
 bool RunState::setError(int error) {
+    if (!fits<std::int8_t>(error, "error type"))
+        return false;
     return update([error](Value value) {
         value.error = std::int8_t(error);
         return value;

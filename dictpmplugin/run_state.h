@@ -41,12 +41,13 @@ public:
     /// The run was cancelled, or another one has begun since.
     [[nodiscard]] bool isOver(Run run) const;
 
-    // All of these return whether the value changed. Values are kept in 16 and 8 bits.
+    // All of these return whether the value changed.
 
-    /// Setting the cancelled state cancels the current run.
+    /// Setting the cancelled state cancels the current run. What doesn't fit into the 16 and 8 bits that are
+    /// kept of state and error is refused, and logged.
     bool setState(int state);
     bool setError(int error);
-    /// For a worker: nothing changes if its run is over.
+    /// For a worker, with the values above: nothing changes if its run is over.
     bool setState(Run run, int state);
     bool setError(Run run, int error);
 

@@ -1,4 +1,5 @@
 #include <dictpmplugin/run_state.h>
+#include <tests/support/log_watch.h>
 
 #include <QTest>
 #include <thread>
@@ -18,6 +19,14 @@ private Q_SLOTS:
         const auto second = value.begin();
         QVERIFY(!value.isOver(second) && !value.setState(6) && value.isOver(second));
         QVERIFY(!value.setState(second, 2) && value.state() == 6 && value.error() == 3);
+    }
+
+    void refusesWhatDoesNotFit() {
+        RunState value;
+        const LogWatch watch;
+        QVERIFY(!value.setState(65538) && !value.setError(200) && !value.setError(-129));
+        QVERIFY(value.state() == 0 && value.error() == 0 && watch.unexpected().size() == 3);
+        QVERIFY(value.setState(-32768) && value.setError(127) && value.state() == -32768);
     }
 
     /// Workers write as fast as they can while runs are begun and cancelled.
