@@ -70,8 +70,7 @@ QVariant LanguageHeaderInjectorProxyModel::data(const QModelIndex& index, int ro
         return isHeader ? headerType : itemType;
     if (role == m_langRole && isHeader)
         return place->group->first;
-    const QAbstractItemModel* const source = sourceModel();
-    return source ? source->data(place->sourceIndex(), role) : QVariant();
+    return sourceModel()->data(place->sourceIndex(), role);
 }
 
 QHash<int, QByteArray> LanguageHeaderInjectorProxyModel::roleNames() const {
@@ -159,6 +158,8 @@ void LanguageHeaderInjectorProxyModel::handleDataChanged(const QAbstractItemMode
 
 std::optional<LanguageHeaderInjectorProxyModel::Place>
 LanguageHeaderInjectorProxyModel::placeOf(int row) const {
+    if (!sourceModel())
+        return std::nullopt; // the groups may be those of a model that is gone
     const auto next = std::upper_bound(m_headerRows.begin(), m_headerRows.end(), row);
     if (next == m_headerRows.begin() || next == m_headerRows.end())
         return std::nullopt;

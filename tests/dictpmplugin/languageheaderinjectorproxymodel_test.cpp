@@ -137,7 +137,8 @@ private Q_SLOTS:
         QCOMPARE(proxy.rowCount(), 2);
         source.reset();
         QCOMPARE(proxy.rowCount() + proxy.columnCount(), 0);
-        QVERIFY(!proxy.data(proxy.index(1, 0), Title).isValid());
+        QVERIFY(!proxy[1] && !proxy.mapToSource(proxy.index(1, 0)).isValid());
+        QCOMPARE(proxy.data(proxy.index(1, 0), Title), QVariant(QModelIndex()));
     }
 
     void refreshesAddUp() {
