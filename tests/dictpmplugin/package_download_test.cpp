@@ -122,8 +122,10 @@ class PackageDownloadTest : public QObject {
 
         m_script.add("no-installer", [this](const QString&) { QFile::remove(m_device.path(installer)); });
         m_script.add("stand-in", [this](const QString& acts) { useStandIn(acts); });
-        m_script.add("kill",
-                     [](const QString&) { QVERIFY(::kill(FindTaskByAppName(installer), SIGKILL) == 0); });
+        m_script.add("kill", [](const QString&) {
+            const int task = FindTaskByAppName(installer);
+            QVERIFY(task > 0 && ::kill(task, SIGKILL) == 0); // -1 would be every process there is
+        });
         m_script.add("old-success", [](const QString&) {
             utilities::CfgWrapper status(statusFile, 1);
             WriteInt(status.handle(), "out_code", 0);
