@@ -4,7 +4,6 @@
 #include <QJSEngine>
 #include <QScreen>
 #include <QStringList>
-#include <QTimer>
 #include <base/device_root.h>
 #include <cmath>
 #include <vellum/device_state.h>
@@ -40,6 +39,8 @@ DeviceInfoProvider::DeviceInfoProvider()
     // The file is replaced, not written, when the state changes: its folder is what can be watched.
     m_watcher.addPath(QString::fromStdString(base::hostPath("/var")));
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, &DeviceInfoProvider::follow);
+    m_redraw.setSingleShot(true);
+    m_redraw.setInterval(redrawMs);
 }
 
 DeviceInfoProvider::State DeviceInfoProvider::readState() {
@@ -67,8 +68,12 @@ void DeviceInfoProvider::enterA2onFlickForItem(QQuickItem* flickable) {
         return;
     leaveA2();
     m_flicked = flickable;
-    m_rest = connect(flickable, SIGNAL(movementEnded()), this, SLOT(leaveA2()));
+    m_rest = connect(flickable, SIGNAL(movementEnded()), this, SLOT(comeToRest()));
     Q_EMIT inA2Changed();
+}
+
+void DeviceInfoProvider::comeToRest() {
+    exitA2(true, {});
 }
 
 void DeviceInfoProvider::leaveA2() {
@@ -80,7 +85,8 @@ void DeviceInfoProvider::leaveA2() {
 }
 
 void DeviceInfoProvider::exitA2(bool redraw, const QJSValue& callback) {
-    const bool wait = isInA2() && redraw;
+    if (redraw && isInA2())
+        m_redraw.start();
     leaveA2();
     const auto call = [callback] {
         if (!callback.isCallable())
@@ -89,8 +95,8 @@ void DeviceInfoProvider::exitA2(bool redraw, const QJSValue& callback) {
         if (result.isError())
             qWarning("exitA2: %s", qPrintable(result.toString()));
     };
-    if (wait)
-        QTimer::singleShot(redrawMs, this, call);
+    if (redraw && m_redraw.isActive())
+        connect(&m_redraw, &QTimer::timeout, this, call, Qt::SingleShotConnection);
     else
         call();
 }

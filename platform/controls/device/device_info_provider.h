@@ -4,6 +4,7 @@
 #include <QJSValue>
 #include <QPointer>
 #include <QQuickItem>
+#include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
 class QJSEngine;
@@ -40,10 +41,11 @@ public:
     [[nodiscard]] double dpi() const;
     [[nodiscard]] bool isInA2() const { return m_flicked; }
 
-    /// Fast mode until the flickable comes to rest.
+    /// Fast mode until the flickable comes to rest; then the display draws the screen anew.
     Q_INVOKABLE void enterA2onFlickForItem(QQuickItem* flickable);
-    /// Leaves the fast mode and calls `callback` once: at once when the display wasn't in it, else when it
-    /// has drawn the screen anew. `redraw` asks for that drawing; without it the ghosts stay.
+    /// Leaves the fast mode and calls `callback` once. `redraw` asks for the screen to be drawn anew and waits
+    /// for that, or for the drawing that is under way since a flickable came to rest; without it the ghosts
+    /// stay.
     Q_INVOKABLE void exitA2(bool redraw, const QJSValue& callback);
 
     /// The point size that gives letters of this many pixels.
@@ -54,7 +56,7 @@ Q_SIGNALS:
     void inA2Changed();
 
 private Q_SLOTS:
-    void leaveA2();
+    void comeToRest();
 
 private:
     struct State {
@@ -68,11 +70,13 @@ private:
     DeviceInfoProvider();
     static State readState();
     void follow();
+    void leaveA2();
 
     State m_state;
     QFileSystemWatcher m_watcher;
     QPointer<QQuickItem> m_flicked;
     QMetaObject::Connection m_rest;
+    QTimer m_redraw; // runs while the display draws
 };
 
 } // namespace tessaly::controls

@@ -127,8 +127,9 @@ Item {
         }
 
         function test_fastMode_data() {
-            return [{ tag: "not in it", flick: false, force: true }, { tag: "flicking", flick: true, force: true },
-                    { tag: "no drawing", flick: true, force: false }]
+            return [{ tag: "not in it", flick: false, redraw: true, waits: false },
+                    { tag: "flicking", flick: true, redraw: true, waits: true },
+                    { tag: "no drawing", flick: true, redraw: false, waits: false }]
         }
 
         function test_fastMode(data) {
@@ -141,15 +142,17 @@ Item {
             if (data.flick)
                 flick()
             compare(DeviceInfoProvider.inA2, data.flick)
-            DeviceInfoProvider.exitA2(data.force, () => ++calls)
-            verify(!DeviceInfoProvider.inA2)
-            tryVerify(() => calls > 0)
+            DeviceInfoProvider.exitA2(data.redraw, () => ++calls)
+            compare([DeviceInfoProvider.inA2, calls], [false, data.waits ? 0 : 1])
             wait(300)
             compare(calls, 1)
-            DeviceInfoProvider.exitA2(data.force, undefined)
+            DeviceInfoProvider.exitA2(data.redraw, undefined)
             flick()
-            tryVerify(() => !view.moving, 3000)
-            verify(!DeviceInfoProvider.inA2) // it ends with the flick
+            view.cancelFlick()
+            verify(!DeviceInfoProvider.inA2) // it ends with the flick, and the screen is drawn then
+            DeviceInfoProvider.exitA2(true, () => ++calls)
+            compare(calls, 1)
+            tryVerify(() => calls === 2)
         }
     }
 }
