@@ -43,9 +43,9 @@ public:
 
     /// Fast mode until the flickable comes to rest; then the display draws the screen anew.
     Q_INVOKABLE void enterA2onFlickForItem(QQuickItem* flickable);
-    /// Leaves the fast mode and calls `callback` once. `redraw` asks for the screen to be drawn anew and waits
-    /// for that, or for the drawing that is under way since a flickable came to rest; without it the ghosts
-    /// stay.
+    /// Leaves the fast mode and calls `callback` once. `redraw` asks for the screen to be drawn anew and
+    /// waits for that, or for the drawing that is under way since a flickable came to rest; without it the
+    /// ghosts stay.
     Q_INVOKABLE void exitA2(bool redraw, const QJSValue& callback);
 
     /// The point size that gives letters of this many pixels.

@@ -1,5 +1,6 @@
 #include "image_providers.h"
 #include "key_translator.h"
+#include "picture_access.h"
 
 #include <QQmlEngine>
 #include <QQmlEngineExtensionPlugin>
@@ -27,6 +28,9 @@ public:
         engine->addImageProvider(QStringLiteral("resource_inv_circle"),
                                  new tessaly::controls::DiscIconProvider);
         tessaly::controls::KeyTranslator::instance()->serve(engine);
+        static auto* const pictures = new tessaly::controls::PictureAccess; // outlives every engine
+        if (engine->networkAccessManagerFactory() == nullptr)
+            engine->setNetworkAccessManagerFactory(pictures);
     }
 };
 
