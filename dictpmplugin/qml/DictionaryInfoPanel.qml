@@ -78,7 +78,6 @@ Item {
                     width: isThere ? Math.min(implicitWidth, parent.width * 0.4) : 0
                     height: isThere ? implicitHeight * width / implicitWidth : 0
                     asynchronous: true
-                    fillMode: Image.PreserveAspectFit
                     source: cover_trial.found
                 }
                 Column {
@@ -144,28 +143,36 @@ Item {
         }
     }
 
-    // Fetches the cover before the image does, which finds it in the cache then: an image would complain aloud about a
-    // cover that isn't there.
+    // Fetches the cover for the image, which would complain aloud about one that isn't there: once for each time that the
+    // screen is shown. The image finds it in the cache, as long as its own options (fillMode for one) ask for nothing else.
     Canvas {
         id: cover_trial
 
-        readonly property string wanted: wrapper.info.coverUrl
+        readonly property string wanted: wrapper.visible ? wrapper.info.coverUrl : ""
+        property string asked: ""
         property string found: ""
 
+        // Later, since the screen is shown with what it showed before.
+        onWantedChanged: Qt.callLater(ask) // qmllint disable
+        onImageLoaded: look()
+
+        function ask() {
+            if (wanted === asked)
+                return
+            found = ""
+            if (asked !== "")
+                unloadImage(asked) // a failed one would stay
+            asked = wanted
+            if (asked !== "")
+                loadImage(asked)
+            look()
+        }
+
         function look() {
-            found = wanted !== "" && isImageLoaded(wanted) ? wanted : ""
+            found = asked !== "" && isImageLoaded(asked) ? asked : ""
         }
 
         visible: false
-        onWantedChanged: {
-            if (found !== "")
-                unloadImage(found)
-            found = ""
-            if (wanted !== "")
-                loadImage(wanted)
-            look()
-        }
-        onImageLoaded: look()
     }
 
     Item {

@@ -36,6 +36,7 @@ public:
         m_server.setMissingHandler([this](const QHttpServerRequest& request,
                                           QHttpServerResponder&& responder) {
             const auto [status, body] = m_answers.value(request.url().path(), {404, {}});
+            ++m_requests[request.url().path()];
             if (status != 0)
                 responder.write(body, "application/octet-stream", QHttpServerResponder::StatusCode(status));
         });
@@ -49,6 +50,7 @@ public:
     Q_INVOKABLE void answer(const QString& path, int status, const QString& body) {
         m_answers[path] = {status, body.toUtf8()};
     }
+    Q_INVOKABLE [[nodiscard]] int requests(const QString& path) const { return m_requests.value(path); }
     Q_INVOKABLE void hangUp() const {
         for (QTcpSocket* const socket : m_server.findChildren<QTcpSocket*>())
             socket->abort();
@@ -111,6 +113,7 @@ private:
     QHttpServer m_server;
     QString m_url;
     QHash<QString, std::pair<int, QByteArray>> m_answers;
+    QHash<QString, int> m_requests;
 };
 
 } // namespace tessaly::tests

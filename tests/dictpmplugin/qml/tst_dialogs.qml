@@ -255,21 +255,34 @@ Item {
         }
 
         function test_cover_data() {
-            return [{ tag: "there", status: 200, body: "P1\n20 20\n" + "1 ".repeat(400), isThere: true },
-                    { tag: "missing", status: 404, body: "" }, { tag: "broken", status: 200, body: "no picture" }]
+            const dots = "P1\n20 20\n" + "1 ".repeat(400)
+            return [{ tag: "there", body: dots, isThere: true }, { tag: "missing", status: 404, body: dots },
+                    { tag: "broken", body: "no picture" }, { tag: "offline", offline: true, body: dots },
+                    { tag: "too wide", body: "P1\n4097 1\n" + "1 ".repeat(4097) },
+                    { tag: "too large", body: dots + " ".repeat(2 << 20) },
+                    { tag: "drawn", body: "<svg xmlns='http://www.w3.org/2000/svg' width='20' height='20'/>" }]
         }
 
         function test_cover(data) {
-            switches.answer("/" + data.tag, data.status, data.body)
+            switches.setOnline(!data.offline)
+            switches.answer("/" + data.tag, data.status ?? 200, data.body)
             const dialog = openInformation({ title: "title", issuer: "us" })
             const left = () => labelled("by us").mapToItem(scene, 0, 0).x
             const before = left()
             dialog.info.coverUrl = switches.serverUrl() + "/" + data.tag
-            if (data.isThere)
-                tryVerify(() => left() >= before + 20)
-            else
-                wait(300)
-            compare(left() > before, data.isThere ?? false)
+            for (let showing = 1; showing <= 2; ++showing) {
+                // One that is there stays in the cache of pictures.
+                const requests = data.offline ? 0 : data.isThere ? 1 : showing
+                tryVerify(() => switches.requests("/" + data.tag) === requests)
+                if (data.isThere)
+                    tryVerify(() => left() >= before + 20)
+                else
+                    wait(150)
+                compare(left() > before, data.isThere ?? false)
+                dialog.visible = false
+                wait(0)
+                dialog.visible = true
+            }
         }
 
         function test_longDescription() {
