@@ -1,7 +1,6 @@
 #include "dictionarydao.h"
 
-#include "../LangUtils.h"
-
+#include <dictpmplugin/LangUtils.h>
 #include <utilities/locale_parser.h>
 
 #include <QSqlQuery>
