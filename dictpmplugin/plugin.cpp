@@ -24,7 +24,9 @@ struct Document {
     const char* path; ///< in the resources
 };
 
-// DictionarySectionHeader and DownloadProgress are for the other documents only.
+// Two documents are compiled in without being types, on purpose: DownloadProgress, which only the others use,
+// and DictionarySectionHeader, which none of them uses: the list makes its sections from the parts
+// themselves.
 constexpr Document documents[] = {
     {"DictionariesListDialog", 1, 0, "qml/DictionariesListDialog.qml"},
     {"DictionaryInfo", 1, 0, "qml/DictionaryInfo.qml"},
