@@ -1,5 +1,7 @@
 #include "dictionarydao.h"
 
+#include "write_ahead.h"
+
 #include <dictpmplugin/LangUtils.h>
 #include <utilities/locale_parser.h>
 
@@ -76,13 +78,15 @@ DictionaryInfo recordOf(const QSqlQuery& row, const Columns& columns) {
 DictionaryDAO::DictionaryDAO(const QSqlDatabase& db)
     : m_db(db) {}
 
+QString DictionaryDAO::listStatement() {
+    return QStringLiteral("SELECT id, dicts_id, name, file, lang_from, lang_iso_from, lang_to, lang_iso_to, "
+                          "thumbnail, description, category, provider, dict_set, version FROM Dictionaries;");
+}
+
 Either<DAOError, std::vector<DictionaryInfo>> DictionaryDAO::list() const {
     QSqlQuery query(m_db);
     query.setForwardOnly(true);
-    if (!query.exec(
-            QStringLiteral("SELECT id, dicts_id, name, file, lang_from, lang_iso_from, lang_to, lang_iso_to, "
-                           "thumbnail, description, category, provider, dict_set, version "
-                           "FROM Dictionaries;")))
+    if (!query.exec(listStatement()))
         return failure(QStringLiteral("error while listing dictionaries"), query);
 
     const Columns columns(query.record());
@@ -96,6 +100,7 @@ Either<DAOError, std::vector<DictionaryInfo>> DictionaryDAO::list() const {
 }
 
 Either<DAOError, void> DictionaryDAO::addMultiple(const std::vector<DictionaryInfo>& items) const {
+    const WriteAhead writeAhead(m_db);
     QSqlQuery query(m_db);
     if (!query.prepare(
             QStringLiteral("INSERT INTO Dictionaries (dicts_id, name, file, lang_from, lang_iso_from, "

@@ -6,6 +6,7 @@
 #include <dictionaries/dictionary_info.h>
 
 #include <QSqlDatabase>
+#include <QString>
 #include <vector>
 
 namespace tessaly::dictionary {
@@ -19,6 +20,9 @@ namespace tessaly::dictionary {
 class DictionaryDAO {
 public:
     explicit DictionaryDAO(const QSqlDatabase& db);
+
+    /// What list() asks the database.
+    static QString listStatement();
 
     /// All records in the database's own order. `publishDate` is empty and `dictSet` carries the description.
     /// A stored language code that doesn't parse ends the process with status -1.
