@@ -51,7 +51,7 @@ public:
     Catalogue(const fixture::TestDevice& device, const char* name)
         : m_db(QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QLatin1String(name))) {
         m_db.setDatabaseName(device.path("/mnt/ext1/system/tsdicts/") + QLatin1String(name));
-        if (!dictionary::openCatalogueFile(m_db))
+        if (!dictionary::openCatalogueFile(m_db, dictionary::lockWaitMs))
             throw std::runtime_error("can not open a database for the benchmark");
         m_holder.emplace(m_db);
     }

@@ -22,6 +22,7 @@ public:
         static Error fromSqlError(const QSqlError& error);
 
         [[nodiscard]] bool isSql() const { return m_isSql; }
+        [[nodiscard]] const QSqlError& sqlError() const { return m_sqlError; }
         [[nodiscard]] QString toString() const;
 
     private:
