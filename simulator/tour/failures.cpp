@@ -9,6 +9,7 @@
 #include <vellum/vellum.h>
 
 #include <QJsonObject>
+#include <QSignalSpy>
 #include <csignal>
 #include <fcntl.h>
 #include <sys/file.h>
@@ -42,20 +43,16 @@ void acknowledge(const Hand& hand, const char* message, const QString& pictureNa
         screen.tap(text(message));
     else
         screen.press(Qt::Key_Return);
-    waitUntil([&] { return hand.isAtPage(); }, QStringLiteral("the page"));
+    hand.waitForPage();
 }
 
 void goOffline(TestDevice& device, const Hand& hand) {
     Screen& screen = hand.screen();
     device.setOnline(false);
     hand.openDictionaries();
-    if (hand.isTouch()) {
-        screen.tap(text("@AddNewDictionaries"));
-    } else {
-        screen.moveTo(text("@AddNewDictionaries"), Qt::Key_Up);
-        screen.press(Qt::Key_Return);
-    }
-    waitUntil([&] { return !screen.list().property("isDownloadMode").toBool(); }, QStringLiteral("the end"));
+    QSignalSpy failed(&screen.list(), SIGNAL(toDownloadModFailed()));
+    hand.askForMore();
+    waitUntil([&] { return !failed.isEmpty(); }, QStringLiteral("the end"));
     screen.picture(QStringLiteral("offline"));
     hand.leave();
     device.setOnline(true);
@@ -63,7 +60,7 @@ void goOffline(TestDevice& device, const Hand& hand) {
 
 void makeServerSlow(TestDevice& device, const Hand& hand) {
     device.server().setSwitches({{QStringLiteral("package_state"), QStringLiteral("wait")}});
-    vellum::clock::setSpeed(20);
+    vellum::clock::setSpeed(200);
     beginDownload(hand);
     constexpr int lastQueryNotYetProcessed = 2;
     const auto error = [&] {
@@ -78,7 +75,7 @@ void makeServerSlow(TestDevice& device, const Hand& hand) {
     hand.screen().waitFor(text("@Cancel"));
     hand.screen().picture(QStringLiteral("server-slow"));
     hand.press(text("@Cancel"));
-    require(hand.isAtPage(), QStringLiteral("Cancel doesn't leave"));
+    hand.waitForPage();
 }
 
 void cancelInMidDownload(TestDevice& device, const Hand& hand) {
@@ -88,7 +85,7 @@ void cancelInMidDownload(TestDevice& device, const Hand& hand) {
     hand.screen().waitFor(text("@Cancel"));
     hand.press(text("@Cancel"));
     waitUntil([&] { return progress(hand) == 0; }, QStringLiteral("the cancelled download's end"), 3000);
-    require(hand.isAtPage(), QStringLiteral("Cancel doesn't leave"));
+    hand.waitForPage();
 }
 
 /// Installers wait for each other; while this is there, none gets further.

@@ -15,20 +15,23 @@ void Hand::openDictionaries() const {
     m_screen.waitFor(text("@SelectDictionary"));
 }
 
-void Hand::enterDownloadMode() const {
+void Hand::askForMore() const {
     if (m_touch) {
         m_screen.tap(text("@AddNewDictionaries"));
     } else {
         m_screen.moveTo(text("@AddNewDictionaries"), Qt::Key_Up);
         m_screen.press(Qt::Key_Return);
     }
+}
+
+void Hand::enterDownloadMode() const {
+    askForMore();
     m_screen.waitFor(text("@SelectDictionariesToDownload"));
 }
 
-QStringList Hand::mark(int count) const {
+QStringList Hand::titles() const {
     const QAbstractItemModel& list = m_screen.list();
     const QHash<int, QByteArray> roles = list.roleNames();
-    // Those that a page in English is best read with come first.
     const QStringList wellFilled{QStringLiteral("fr"), QStringLiteral("es"), QStringLiteral("it"),
                                  QStringLiteral("ru")};
     QStringList titles;
@@ -41,9 +44,12 @@ QStringList Hand::mark(int count) const {
         else
             titles.append(value("displayTitle"));
     }
-    require(titles.size() >= count,
-            QStringLiteral("only %1 left to download; --fresh starts over").arg(titles.size()));
-    titles = titles.mid(0, count);
+    return titles;
+}
+
+QStringList Hand::mark(int count) const {
+    const QStringList titles = this->titles().mid(0, count);
+    require(titles.size() == count, QStringLiteral("only %1 left to download").arg(titles.size()));
     for (const QString& title : titles)
         choose(title);
     m_screen.waitFor(QStringLiteral("%1 (%2)").arg(text("@Download")).arg(count));
@@ -101,6 +107,10 @@ void Hand::openInformation(const QString& title) const {
     moveToRow(title);
     m_screen.press(Qt::Key_Right);
     m_screen.press(Qt::Key_Return);
+}
+
+void Hand::waitForPage() const {
+    waitUntil([this] { return isAtPage(); }, QStringLiteral("the page"));
 }
 
 bool Hand::isAtPage() const {

@@ -16,9 +16,13 @@ public:
 
     /// From the page to the list of dictionaries.
     void openDictionaries() const;
+    /// Presses the list's button for more dictionaries.
+    void askForMore() const;
     /// From the list of the installed ones to those to be had.
     void enterDownloadMode() const;
-    /// Marks so many dictionaries of a list to be had, one from English first, and returns their titles.
+    /// The titles in the list, first those that a page in English is best read with.
+    [[nodiscard]] QStringList titles() const;
+    /// Marks the first so many of them and returns their titles.
     [[nodiscard]] QStringList mark(int count) const;
     /// Presses the button at the list's bottom. What follows may be over at once.
     void startDownload() const;
@@ -30,6 +34,8 @@ public:
     void openInformation(const QString& title) const;
     /// Leaves the interface, whatever it shows, for the page.
     void leave() const;
+    /// Waits until the interface has gone by itself.
+    void waitForPage() const;
     [[nodiscard]] bool isAtPage() const;
 
 private:

@@ -9,7 +9,7 @@
 
 #include <QFile>
 #include <QJsonObject>
-#include <QTest>
+#include <QSignalSpy>
 #include <algorithm>
 
 namespace tessaly::tour {
@@ -78,12 +78,13 @@ void Journey::download() {
     screen.picture(QStringLiteral("success"));
     m_device.server().resetSwitches();
     m_hand.press(text("@OK"));
+    m_hand.waitForPage();
     require(installedDictionaries() >= 2, QStringLiteral("they aren't installed"));
 }
 
 void Journey::choose(const QString& title) {
     m_hand.choose(title);
-    waitUntil([&] { return m_hand.isAtPage(); }, QStringLiteral("the page"));
+    m_hand.waitForPage();
 }
 
 void Journey::lookUpWord() {
@@ -124,6 +125,7 @@ void Journey::lookAround() {
         m_hand.openDictionaries();
         m_hand.openInformation(m_titles.at(0));
         screen.waitFor(text("@Languages"));
+        screen.waitForFetchedImage();
         screen.picture(QStringLiteral("information"));
         screen.press(Qt::Key_Back);
         screen.waitFor(text("@SelectDictionary"));
@@ -174,14 +176,20 @@ void Journey::deleteDictionary(const QString& title) {
     askToDelete();
     screen.picture(QStringLiteral("delete"));
     m_hand.press(text("@No"));
+    screen.waitUntilGone(text("@Yes"));
     require(installedDictionaries() == before, QStringLiteral("it was deleted although the answer was no"));
     askToDelete();
+    QSignalSpy deleted(&screen.list(), SIGNAL(dictionaryDeleted(QString, QString, int)));
     m_hand.press(text("@Yes"));
-    waitUntil([&] { return installedDictionaries() == before - 1; }, QStringLiteral("its file to go"));
+    waitUntil([&] { return !deleted.isEmpty(); }, QStringLiteral("its deletion"));
+    require(installedDictionaries() == before - 1, QStringLiteral("its file is still there"));
+    const QString message =
+        text("@DictionaryWasDeleted").arg(deleted[0][0].toString(), deleted[0][1].toString());
+    screen.waitFor(message);
     screen.picture(QStringLiteral("deleted"));
+    if (m_hand.isTouch()) // it lies over what comes next
+        screen.tap(message);
     screen.waitUntilGone(title);
-    constexpr int messageMs = 3000;
-    QTest::qWait(messageMs); // the message lies over what comes next
 }
 
 void Journey::deleteAgain() {

@@ -35,14 +35,16 @@ bool isButton(const QQuickItem& item) {
     return item.inherits("QQuickAbstractButton");
 }
 
-void collectTexts(const QQuickItem& item, QList<QQuickItem*>& found) {
+QList<QQuickItem*> seenItems(const QQuickItem& item) {
+    QList<QQuickItem*> found;
     for (QQuickItem* const child : inPaintOrder(item)) {
         if (!child->isVisible() || child->opacity() <= 0)
             continue;
-        if (child->width() > 0 && child->height() > 0 && !textOf(*child).isEmpty() && isMiddleSeen(*child))
-            found.append(child);
-        collectTexts(*child, found);
+        if (child->width() > 0 && child->height() > 0 && isMiddleSeen(*child))
+            found << child;
+        found << seenItems(*child);
     }
+    return found;
 }
 
 QPointF centreOf(const QQuickItem& item) {

@@ -9,9 +9,8 @@ namespace tessaly::tour {
 QString textOf(const QQuickItem& item);
 bool isButton(const QQuickItem& item);
 
-/// Appends what has a text and is to be seen in `item`, as it is painted: what lies over something else comes
-/// later.
-void collectTexts(const QQuickItem& item, QList<QQuickItem*>& found);
+/// What is to be seen in `item`, as it is painted: what lies over something else comes later.
+QList<QQuickItem*> seenItems(const QQuickItem& item);
 
 /// In the window.
 QPointF centreOf(const QQuickItem& item);

@@ -8,23 +8,13 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QQmlComponent>
+#include <QSignalSpy>
 #include <QTest>
+#include <algorithm>
 
 extern void qml_register_types_Tessaly_Simulator();
 
 namespace tessaly::tour {
-
-namespace {
-
-constexpr int settleMs = 60;        ///< between an event and what it sets off
-constexpr int pressedShownMs = 220; ///< for which a quick press stays to be seen before it acts
-
-void settle() {
-    QTest::qWait(settleMs);
-    ScriptWarnings::requireNone();
-}
-
-} // namespace
 
 QString text(const char* key) {
     return QCoreApplication::translate("keys", key);
@@ -49,6 +39,14 @@ Screen::Screen(const QString& folder, const QString& name, int& pictureCount)
 
 Screen::~Screen() = default;
 
+void Screen::settle() {
+    // What an event sets off is done when it has been drawn.
+    QSignalSpy drawn(&m_window, &QQuickWindow::frameSwapped);
+    m_window.update();
+    tour::require(drawn.wait(), QStringLiteral("nothing is drawn any more"));
+    ScriptWarnings::requireNone();
+}
+
 void Screen::picture(const QString& what) {
     if (m_folder.isEmpty())
         return;
@@ -61,8 +59,8 @@ void Screen::picture(const QString& what) {
 }
 
 QList<QQuickItem*> Screen::texts() const {
-    QList<QQuickItem*> items;
-    collectTexts(*m_window.contentItem(), items);
+    QList<QQuickItem*> items = seenItems(*m_window.contentItem());
+    items.removeIf([](const QQuickItem* item) { return textOf(*item).isEmpty(); });
     return items;
 }
 
@@ -95,16 +93,23 @@ void Screen::waitUntilGone(const QString& text, int timeoutMs) {
     settle();
 }
 
+void Screen::waitForFetchedImage() {
+    constexpr int ready = 1;
+    const auto isFetched = [](const QQuickItem* item) {
+        return item->property("source").toUrl().scheme() == u"http" && item->property("status").toInt() == ready;
+    };
+    waitUntil([&] { return std::ranges::any_of(seenItems(*m_window.contentItem()), isFetched); },
+              QStringLiteral("a fetched image"));
+    settle();
+}
+
 void Screen::tap(const QQuickItem& item) {
     tapAt(centreOf(item));
 }
 
 void Screen::tapAt(const QPointF& place) {
-    constexpr int fingerMs = 120; // longer than a list takes to tell a press from a stroke
     QTest::mousePress(&m_window, Qt::LeftButton, {}, place.toPoint());
-    QTest::qWait(fingerMs);
     QTest::mouseRelease(&m_window, Qt::LeftButton, {}, place.toPoint());
-    QTest::qWait(pressedShownMs);
     settle();
 }
 

@@ -28,8 +28,11 @@ public:
     [[nodiscard]] bool shows(const QString& text) const { return find(text) != nullptr; }
     void waitFor(const QString& text, int timeoutMs = 15000);
     void waitUntilGone(const QString& text, int timeoutMs = 15000);
+    /// Waits for an image that comes from a server.
+    void waitForFetchedImage();
 
-    /// A finger taps on the button, or else on the text.
+    /// A finger taps on the button, or else on the text. That stays pressed for a while before it acts: wait for what
+    /// it does.
     void tap(const QString& text);
     /// The same at something in the row of another text.
     void tapBeside(const QString& rowText, const QString& text);
@@ -53,6 +56,8 @@ private:
     [[nodiscard]] QQuickItem* require(const QString& text, const QQuickItem* beside = nullptr) const;
     [[nodiscard]] QObject* singleton(const char* name) const;
     void tap(const QQuickItem& item);
+    /// Until what an event set off is done and drawn.
+    void settle();
 
     QString m_folder;
     QString m_name;

@@ -10,6 +10,6 @@ namespace tessaly::tour {
 void waitUntil(const std::function<bool()>& holds, const QString& what, int timeoutMs = 30000);
 
 /// How much faster than on a device the product's waits for server and installer pass: nobody watches.
-constexpr double clockSpeed = 4;
+constexpr double clockSpeed = 20;
 
 } // namespace tessaly::tour
