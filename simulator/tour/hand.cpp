@@ -109,6 +109,17 @@ void Hand::openInformation(const QString& title) const {
     m_screen.press(Qt::Key_Return);
 }
 
+void Hand::pressAbove(const QString& title, const QString& text) const {
+    if (m_touch) {
+        m_screen.scrollTo(title);
+        m_screen.tapAbove(title, text);
+    } else {
+        moveToRow(title);
+        m_screen.moveTo(text, Qt::Key_Up);
+        m_screen.press(Qt::Key_Return);
+    }
+}
+
 void Hand::waitForPage() const {
     waitUntil([this] { return isAtPage(); }, QStringLiteral("the page"));
 }

@@ -32,6 +32,8 @@ public:
     void choose(const QString& title) const;
     /// Opens the information on a dictionary of the list.
     void openInformation(const QString& title) const;
+    /// Presses the nearest with this text among what stands above a row of the list.
+    void pressAbove(const QString& title, const QString& text) const;
     /// Leaves the interface, whatever it shows, for the page.
     void leave() const;
     /// Waits until the interface has gone by itself.

@@ -21,7 +21,23 @@ constexpr qsizetype longWord = 4;
 
 } // namespace
 
+bool Journey::makeRoom() {
+    constexpr int needed = 4; // two stay while two more are asked for
+    const int missing = needed - dictionariesToDownload();
+    return missing <= 0 ||
+           m_log.run(QStringLiteral("what earlier runs downloaded is deleted, as far as it is needed"), [&] {
+               m_hand.openDictionaries();
+               const QStringList titles = m_hand.titles().mid(0, missing);
+               for (const QString& title : titles)
+                   deleteDictionary(title);
+               m_hand.leave();
+               return titles.join(QStringLiteral(", "));
+           });
+}
+
 bool Journey::downloadAndRead() {
+    if (!makeRoom())
+        return false;
     Screen& screen = m_hand.screen();
     const bool isOpen = m_log.run(QStringLiteral("the list of dictionaries opens over the page"), [&] {
         screen.picture(QStringLiteral("page"));
@@ -136,20 +152,16 @@ void Journey::lookAround() {
         const QString folder = m_device.path("/mnt/ext1/system/hunspell");
         for (const char* const file : {"/en.dic", "/en.aff"}) // of an earlier tour
             QFile::remove(folder + QLatin1String(file));
-        const QString offer =
-            text("@DownloadMorphology").remove(QStringLiteral("%s")).simplified(); // the language isn't named
+        const auto tile = [](const char* key) { // doesn't name the language
+            return text(key).remove(QStringLiteral("%s")).simplified();
+        };
         m_hand.openDictionaries();
-        screen.waitFor(offer);
+        screen.waitFor(tile("@DownloadMorphology"));
         screen.picture(QStringLiteral("morphology"));
-        if (m_hand.isTouch()) {
-            screen.tap(offer);
-        } else {
-            screen.moveTo(offer, Qt::Key_Up);
-            screen.press(Qt::Key_Return);
-        }
+        m_hand.pressAbove(m_titles.at(0), tile("@DownloadMorphology"));
         waitUntil([&] { return QFile::exists(folder + QStringLiteral("/en.dic")); },
                   QStringLiteral("the data"));
-        screen.waitUntilGone(offer);
+        screen.waitFor(tile("@MorphologyHasBeenInstalled"));
         screen.picture(QStringLiteral("morphology-installed"));
         return QString();
     });

@@ -25,6 +25,7 @@ public:
     void deleteAgain();
 
 private:
+    bool makeRoom();
     void download();
     void choose(const QString& title);
     void lookUpWord();

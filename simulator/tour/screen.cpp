@@ -96,7 +96,8 @@ void Screen::waitUntilGone(const QString& text, int timeoutMs) {
 void Screen::waitForFetchedImage() {
     constexpr int ready = 1;
     const auto isFetched = [](const QQuickItem* item) {
-        return item->property("source").toUrl().scheme() == u"http" && item->property("status").toInt() == ready;
+        return item->property("source").toUrl().scheme() == u"http" &&
+               item->property("status").toInt() == ready;
     };
     waitUntil([&] { return std::ranges::any_of(seenItems(*m_window.contentItem()), isFetched); },
               QStringLiteral("a fetched image"));
@@ -119,6 +120,24 @@ void Screen::tap(const QString& text) {
 
 void Screen::tapBeside(const QString& rowText, const QString& text) {
     tap(*require(text, require(rowText)));
+}
+
+void Screen::tapAbove(const QString& rowText, const QString& text) {
+    const auto nearest = [&]() -> const QQuickItem* {
+        const QQuickItem* const row = find(rowText);
+        const QQuickItem* found = nullptr;
+        for (const QQuickItem* const item : texts()) {
+            if (textOf(*item) == text && (row == nullptr || centreOf(*item).y() < centreOf(*row).y()) &&
+                (found == nullptr || centreOf(*item).y() > centreOf(*found).y()))
+                found = item;
+        }
+        return found;
+    };
+    if (nearest() == nullptr)
+        press(Qt::Key_PageUp);
+    const QQuickItem* const item = nearest();
+    tour::require(item != nullptr, QStringLiteral("\"%1\" isn't to be seen above \"%2\"").arg(text, rowText));
+    tap(*item);
 }
 
 void Screen::press(Qt::Key key, int times) {

@@ -31,11 +31,13 @@ public:
     /// Waits for an image that comes from a server.
     void waitForFetchedImage();
 
-    /// A finger taps on the button, or else on the text. That stays pressed for a while before it acts: wait for what
-    /// it does.
+    /// A finger taps on the button, or else on the text. That stays pressed for a while before it acts: wait
+    /// for what it does.
     void tap(const QString& text);
     /// The same at something in the row of another text.
     void tapBeside(const QString& rowText, const QString& text);
+    /// The same at the nearest above the row of another text, a page of the list higher if need be.
+    void tapAbove(const QString& rowText, const QString& text);
     void tapAt(const QPointF& place);
     void press(Qt::Key key, int times = 1);
     /// Presses `key` until what has the focus has this text.
