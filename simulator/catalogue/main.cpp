@@ -6,7 +6,6 @@
 #include "dictpmplugin/db/dbholder.h"
 #include "simulator/fixture/test_device.h"
 
-#include <base/log_sink.h>
 #include <vellum/device_state.h>
 
 #include <QCommandLineParser>
@@ -14,6 +13,7 @@
 #include <QScopeGuard>
 #include <cstdio>
 #include <map>
+#include <stdexcept>
 
 using namespace tessaly;
 using dictionary::DataManager;
@@ -56,10 +56,8 @@ int run() {
     if (failure)
         std::printf("Offline: %s. What is stored:\n", explain(*failure));
     const auto stored = manager.getDictionariesFromDB();
-    if (stored.isLeft()) {
-        std::fprintf(stderr, "%s\n", explain(stored.getLeft()));
-        return 1;
-    }
+    if (stored.isLeft())
+        throw std::runtime_error(explain(stored.getLeft()));
     print(stored.getRight());
     return failure ? 1 : 0;
 }
@@ -88,7 +86,7 @@ int main(int argc, char** argv) {
     }
     try {
         fixture::TestDevice device(parser.value(rootOption));
-        log::setLogFile(device.path("/var/log/device.log").toStdString());
+        device.keepLog();
         const auto backAgain = qScopeGuard([wasReachable = vellum::state::isNetworkReachable()] {
             vellum::state::setNetworkReachable(wasReachable);
         });
@@ -99,7 +97,8 @@ int main(int argc, char** argv) {
         std::printf("Database: %s\n", qUtf8Printable(device.path("/mnt/ext1/system/tsdicts/tsdicts.db")));
         return status;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "%s\n", error.what());
+        std::fprintf(stderr, "%s\nthe device's log: %s/var/log/device.log\n", error.what(),
+                     qUtf8Printable(parser.value(rootOption)));
         return 1;
     }
 }

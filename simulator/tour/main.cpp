@@ -8,7 +8,6 @@
 #include "simulator/fixture/test_device.h"
 #include "wait.h"
 
-#include <base/log_sink.h>
 #include <vellum/clock.h>
 #include <vellum/device_state.h>
 
@@ -71,10 +70,10 @@ int main(int argc, char** argv) {
     std::unique_ptr<fixture::TestDevice> device;
     log.run(QStringLiteral("a device and its dictionary server are there"), [&] {
         device = std::make_unique<fixture::TestDevice>(parser.value(rootOption));
+        device->keepLog();
         // A tour that was killed in the middle of a failure left its switches behind.
         vellum::state::setNetworkReachable(true);
         vellum::state::setSecureFreeBytes(-1);
-        log::setLogFile(device->path("/var/log/device.log").toStdString());
         vellum::clock::setSpeed(tour::clockSpeed);
         return device->startServer().url();
     });
@@ -84,9 +83,12 @@ int main(int argc, char** argv) {
             play(*device, log, folder, touch, pictureCount);
     }
     vellum::clock::wakeAll();
-    if (!log.save(folder)) {
+    const QString deviceLog = device ? device->logPath() : QString();
+    device.reset(); // gives the console back
+    const bool isSaved = log.save(folder);
+    if (!isSaved)
         std::fprintf(stderr, "can not write to %s\n", qUtf8Printable(folder));
-        return 1;
-    }
-    return log.allOk() ? 0 : 1;
+    if (!log.allOk() && !deviceLog.isEmpty())
+        std::fprintf(stderr, "the device's log: %s\n", qUtf8Printable(deviceLog));
+    return isSaved && log.allOk() ? 0 : 1;
 }

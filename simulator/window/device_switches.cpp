@@ -126,7 +126,7 @@ void DeviceSwitches::setServerUp(bool up) {
         }
         setNote({});
     } catch (const std::exception& error) {
-        setNote(QString::fromUtf8(error.what()));
+        setNote(QStringLiteral("%1\nThe log: %2").arg(QString::fromUtf8(error.what()), m_device.logPath()));
     }
     Q_EMIT serverChanged();
 }
@@ -140,7 +140,7 @@ void DeviceSwitches::setServerSlow(bool slow) {
             configureServer();
         setNote({});
     } catch (const std::exception& error) {
-        setNote(QString::fromUtf8(error.what()));
+        setNote(QStringLiteral("%1\nThe log: %2").arg(QString::fromUtf8(error.what()), m_device.logPath()));
     }
     Q_EMIT serverChanged();
 }

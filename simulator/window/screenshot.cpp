@@ -4,7 +4,6 @@
 #include <QQuickItem>
 #include <QQuickItemGrabResult>
 #include <QTimer>
-#include <cstdio>
 
 namespace tessaly::simulator {
 
@@ -12,9 +11,7 @@ namespace {
 
 constexpr int settlingMs = 300; ///< for what the first picture sets off
 
-void leave(bool isSaved, const QString& file) {
-    if (!isSaved)
-        std::fprintf(stderr, "tessaly-simulator: can not save the picture %s\n", qUtf8Printable(file));
+void leave(bool isSaved) {
     QCoreApplication::exit(isSaved ? 0 : 1);
 }
 
@@ -23,9 +20,9 @@ void grab(QQuickWindow& window, const QString& file) {
     const QSharedPointer<QQuickItemGrabResult> result =
         screen ? screen->grabToImage(screen->size().toSize()) : nullptr;
     if (!result)
-        return leave(false, file);
+        return leave(false);
     QObject::connect(result.data(), &QQuickItemGrabResult::ready, &window,
-                     [result, file] { leave(result->saveToFile(file), file); });
+                     [result, file] { leave(result->saveToFile(file)); });
 }
 
 } // namespace

@@ -9,7 +9,6 @@
 #include <QGuiApplication>
 #include <QThreadPool>
 #include <QTimer>
-#include <base/log_sink.h>
 #include <csignal>
 #include <cstdio>
 #include <unistd.h>
@@ -44,23 +43,23 @@ bool endWork(QObject* window) {
 
 int show(const Options& options, QGuiApplication& application) {
     fixture::TestDevice device(options.root);
-    log::setLogFile(device.path("/var/log/device.log").toStdString());
+    device.keepLog();
     configure(options);
     DeviceSwitches switches(device, cutPower);
     switches.setServerUp(true);
 
     QQmlApplicationEngine engine;
     QQuickWindow* const window = loadWindow(engine, switches);
-    if (!window) {
-        std::fprintf(stderr, "tessaly-simulator: the window can not be shown\n");
-        return 1;
-    }
+    if (!window)
+        throw std::runtime_error("the window can not be shown; see " + device.logPath().toStdString());
     if (!options.screenshot.isEmpty())
         saveScreenshot(*window, options.screenshot);
     if (options.quitAfterMs >= 0)
         QTimer::singleShot(options.quitAfterMs, &application, &QCoreApplication::quit);
     const int status = QGuiApplication::exec();
 
+    if (status != 0 && !options.screenshot.isEmpty())
+        throw std::runtime_error("can not save the picture " + options.screenshot.toStdString());
     if (!endWork(window))
         ::_exit(status); // the keeper cleans up; a worker that doesn't listen must not hold up the end
     return status;
