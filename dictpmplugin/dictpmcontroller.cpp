@@ -98,6 +98,7 @@ void DictPMController::setErrorType(int erorr_type) {
 void DictPMController::downloadPackageProcess() {
     if (!isOnline())
         return;
+    setProgress(0); // a failed installation leaves it high, with cancelling disabled
     std::string ids;
     for (const std::string& id : DictionariesListModel::instance()->selectedIds())
         ids += (ids.empty() ? "" : ",") + id;

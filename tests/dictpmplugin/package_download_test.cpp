@@ -122,6 +122,7 @@ class PackageDownloadTest : public QObject {
 
         m_script.add("no-installer", [this](const QString&) { QFile::remove(m_device.path(installer)); });
         m_script.add("stand-in", [this](const QString& acts) { useStandIn(acts); });
+        m_script.add("acts", [](const QString& acts) { qputenv("TESSALY_INSTALLER_ACTS", acts.toUtf8()); });
         m_script.add("kill", [](const QString&) {
             const int task = FindTaskByAppName(installer);
             QVERIFY(task > 0 && ::kill(task, SIGKILL) == 0); // -1 would be every process there is
@@ -251,10 +252,14 @@ private Q_SLOTS:
     }
 
     void showsProgress() {
-        vellum::clock::setSpeed(1);
-        useStandIn(u"0.5 0"_qs);
-        set(u"bytes_per_second 30000"_qs);
+        m_watch->allow(u"Error installing dictionaries"_qs);
+        m_script.run(
+            u"stand-in 0.1 -7; start; until 7; acts 0.5 0; real-time; set bytes_per_second 30000"_qs);
+        QVERIFY(controller().progress() >= 90 && controller().isInstalling());
+        m_signals->take();
+        m_progress.clear();
         controller().downloadPackageProcess();
+        QVERIFY(controller().progress() == 0 && !controller().isInstalling());
         QTRY_COMPARE_WITH_TIMEOUT(controller().syncState(), 4, 20000);
         QVERIFY(controller().isInstalling());
         QElapsedTimer sinceStart;
@@ -262,7 +267,7 @@ private Q_SLOTS:
         QTRY_COMPARE(controller().syncState(), 8);
         QVERIFY(sinceStart.elapsed() >= 1150); // it is looked at after 200 ms, and 1000 later
         QCOMPARE(m_signals->take().filter(u"isInstalling"_qs).join(u' '),
-                 u"isInstallingChanged(true) isInstallingChanged(false)"_qs);
+                 u"isInstallingChanged(false) isInstallingChanged(true) isInstallingChanged(false)"_qs);
         QCOMPARE(m_progress.takeLast(), 0);
         QVERIFY(std::is_sorted(m_progress.begin(), m_progress.end()));
         QVERIFY(std::any_of(m_progress.begin(), m_progress.end(),
