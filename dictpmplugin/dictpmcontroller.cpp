@@ -21,6 +21,8 @@ constexpr int syncIntervalMs = 1000;
 constexpr auto installerTimer = "dict_installer_timer";
 constexpr int firstPollMs = 200;
 constexpr int pollMs = 1000;
+constexpr int mostWaitingMs = 60'000; ///< for an older installer
+constexpr int failureCode = -1;
 constexpr int noSpaceCode = -10;
 
 /// Which part of the whole progress, in percent, a stage has.
@@ -36,6 +38,20 @@ constexpr Stage downloading{10, 90};
 constexpr Stage installing{90, 95};
 constexpr Stage reporting{95, 98};
 constexpr Stage finishing{98, 100};
+
+void report(const PackageRun& run) {
+    const auto reported = Routes::sendSuccessInstall(std::to_string(run.taskId()), default_base_url());
+    if (reported.isLeft()) {
+        qDebug() << "[warn]: Routes::sendSuccessInstall failed with:"
+                 << to_string(reported.getLeft()).c_str();
+    }
+}
+
+void logFailure(int code) {
+    ts_print_log2(2, "dictpmplugin/dictpmcontroller", __LINE__,
+                  "void tessaly::dictionary::DictPMController::handleInstallFinished(const int)",
+                  "Error installing dictionaries (code: %d).", code);
+}
 
 bool isOnline() {
     return GetNetState() == connectedState || NetConnect2(nullptr, 1) == 0;
@@ -54,7 +70,8 @@ DictPMController::DictPMController()
 
 DictPMController::~DictPMController() {
     cancelDownloading();
-    m_watcher.waitForFinished();
+    for (QFuture<bool>& job : m_jobs)
+        job.waitForFinished();
 }
 
 DictPMController* DictPMController::instance() {
@@ -130,16 +147,31 @@ std::shared_ptr<PackageRun> DictPMController::newRun(const std::string& ids, lon
 }
 
 void DictPMController::startRun(std::shared_ptr<PackageRun> run, bool (PackageRun::*work)()) {
-    m_run->cancel(); // what an older run still does, nobody waits for any more
+    giveUpRun();
     m_run = std::move(run);
     m_isJobRunning = true;
-    m_watcher.setFuture(QtConcurrent::run([work, started = m_run] { return (*started.*work)(); }));
+    const auto job = QtConcurrent::run([work, started = m_run] { return (*started.*work)(); });
+    std::erase_if(m_jobs, [](const QFuture<bool>& older) { return older.isFinished(); });
+    m_jobs.push_back(job);
+    m_watcher.setFuture(job);
+}
+
+/// What the last run still does, nobody waits for any more. An installer at work is let alone.
+void DictPMController::giveUpRun() {
+    m_run->cancel();
+    m_isJobRunning = false;
+    m_waitedMs.reset();
+    if (m_installedRun != m_run)
+        removePackage(*m_run);
 }
 
 void DictPMController::cancelDownloading() {
-    m_run->cancel();
+    const bool isWaiting = m_waitedMs.has_value();
+    giveUpRun();
     m_syncTimer.stop();
     setSyncState(RunState::Cancelled);
+    if (isWaiting)
+        setProgress(0);
 }
 
 void DictPMController::syncTimerHandler() {
@@ -179,8 +211,7 @@ void DictPMController::handleDownloadFinished() {
     if (syncState() == RunState::Cancelled) {
         m_syncTimer.stop();
         setProgress(0);
-        if (hasEnded)
-            m_run->removePackage(); // the cancellation may have come when it was there already
+        giveUpRun(); // the package may have come in the same moment
         return;
     }
     if (!hasEnded)
@@ -216,11 +247,20 @@ void DictPMController::handleDownloadFinished() {
 void DictPMController::installPackage() {
     setProgress(installing.from);
     setIsInstalling(true);
+    m_waitedMs = 0;
+    if (m_installedRun || package_installer::isRunning())
+        SetHardTimerEx(installerTimer, dictInstallTimerFunc, this, firstPollMs);
+    else
+        startInstaller();
+}
+
+void DictPMController::startInstaller() {
+    m_waitedMs.reset();
     m_installedRun = m_run;
     if (package_installer::start(m_installedRun->packagePath()))
         SetHardTimerEx(installerTimer, dictInstallTimerFunc, this, firstPollMs);
     else
-        handleInstallFinished(-1); // whatever the status file would say
+        handleInstallFinished(failureCode); // whatever the status file would say
 }
 
 void DictPMController::dictInstallTimerFunc(void* controller) {
@@ -229,46 +269,56 @@ void DictPMController::dictInstallTimerFunc(void* controller) {
 
 void DictPMController::pollInstaller() {
     const auto percent = package_installer::progress();
-    if (!percent) {
-        handleInstallFinished(package_installer::takeOutCode());
-        return;
-    }
-    if (!installsForOlderRun())
+    if (percent && m_installedRun == m_run)
         setProgress(installing.at(*percent / 100.0));
-    SetHardTimerEx(installerTimer, dictInstallTimerFunc, this, pollMs);
-}
-
-bool DictPMController::installsForOlderRun() const {
-    return m_installedRun && m_installedRun != m_run;
+    if (!percent && m_installedRun)
+        handleInstallFinished(package_installer::takeOutCode());
+    if (!percent && m_waitedMs)
+        return startInstaller();
+    if (m_waitedMs && (*m_waitedMs += pollMs) > mostWaitingMs) {
+        m_waitedMs.reset();
+        endInstallation(*m_run, failureCode);
+    }
+    if (m_installedRun || m_waitedMs)
+        SetHardTimerEx(installerTimer, dictInstallTimerFunc, this, pollMs);
 }
 
 void DictPMController::handleInstallFinished(const int code) {
-    const bool isForOlderRun = installsForOlderRun();
     const auto run = m_installedRun ? std::exchange(m_installedRun, nullptr) : m_run;
-    run->removePackage();
-    if (isForOlderRun)
-        return; // states and signals belong to the run that was begun meanwhile
-    if (code == 0) {
+    endInstallation(*run, code);
+}
+
+void DictPMController::endInstallation(const PackageRun& run, int code) {
+    removePackage(run);
+    if (&run != m_run.get()) { // states and progress belong to the run that was begun meanwhile
+        if (code != 0)
+            return logFailure(code);
+        report(run);
+        package_installer::removeLeftovers();
+    } else if (code == 0) {
         setProgress(reporting.from);
-        const auto reported = Routes::sendSuccessInstall(std::to_string(run->taskId()), default_base_url());
-        if (reported.isLeft()) {
-            qDebug() << "[warn]: Routes::sendSuccessInstall failed with:"
-                     << to_string(reported.getLeft()).c_str();
-        }
+        report(run);
         setProgress(reporting.to);
         setSyncState(RunState::Installed);
         setProgress(finishing.to);
         package_installer::removeLeftovers();
         Q_EMIT syncFinished(true);
         setProgress(0);
-        return;
+    } else {
+        setSyncState(RunState::InstallationFailed);
+        setErrorType(code == noSpaceCode ? NoSpaceOnSecureStorage : InstallPackageError);
+        logFailure(code);
+        Q_EMIT fatalError();
     }
-    setSyncState(RunState::InstallationFailed);
-    setErrorType(code == noSpaceCode ? NoSpaceOnSecureStorage : InstallPackageError);
-    ts_print_log2(2, "dictpmplugin/dictpmcontroller", __LINE__,
-                  "void tessaly::dictionary::DictPMController::handleInstallFinished(const int)",
-                  "Error installing dictionaries (code: %d).", code);
-    Q_EMIT fatalError();
+}
+
+/// Unless another run, which asked for the same dictionaries, has or will have its package there.
+void DictPMController::removePackage(const PackageRun& run) const {
+    const auto isWanted = [&run](const std::shared_ptr<PackageRun>& other) {
+        return other && other.get() != &run && other->packagePath() == run.packagePath();
+    };
+    if (!isWanted(m_installedRun) && !((m_isJobRunning || m_waitedMs) && isWanted(m_run)))
+        run.removePackage();
 }
 
 } // namespace tessaly::dictionary

@@ -6,7 +6,9 @@
 #include <QObject>
 #include <QTimer>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 class QJSEngine;
 class QQmlEngine;
@@ -36,7 +38,7 @@ public:
     Q_ENUM(ErrorType)
 
     DictPMController();
-    /// Cancels what runs and waits for its worker.
+    /// Cancels what runs and waits for all workers.
     ~DictPMController() override;
 
     static DictPMController* instance();
@@ -49,6 +51,8 @@ public:
 
     /// The current run's download step; blocks. On a worker thread.
     bool downloadPackage() { return m_run->download(); }
+    /// Runs the installer on the last run's package. While an older one is at work, of a host that was killed
+    /// or of an earlier run, it waits for its end; having to wait for 60 s is a failure.
     void installPackage();
     /// `code` is the installer's: 0 is success, -10 no space on the secure storage.
     void handleInstallFinished(int code);
@@ -83,16 +87,21 @@ private:
     void setProgress(int value);
     [[nodiscard]] std::shared_ptr<PackageRun> newRun(const std::string& ids, long long taskId = 0);
     void startRun(std::shared_ptr<PackageRun> run, bool (PackageRun::*work)());
+    void giveUpRun();
+    void startInstaller();
     void pollInstaller();
-    [[nodiscard]] bool installsForOlderRun() const;
+    void endInstallation(const PackageRun& run, int code);
+    void removePackage(const PackageRun& run) const;
 
     int m_progress = 0;
     QTimer m_syncTimer;
     std::shared_ptr<RunState> m_state = std::make_shared<RunState>(); ///< shared with the workers
-    std::shared_ptr<PackageRun> m_run;                                ///< the last one started; never null
+    std::shared_ptr<PackageRun> m_run;                                ///< the last one begun; never null
     std::shared_ptr<PackageRun> m_installedRun; ///< whose package the installer has; null if it has none
-    bool m_isJobRunning = false;                ///< until its end has been dealt with
-    QFutureWatcher<bool> m_watcher;
+    std::optional<int> m_waitedMs;     ///< what the last run has waited for an older installer, if it waits
+    bool m_isJobRunning = false;       ///< the last run's, until its end has been dealt with
+    QFutureWatcher<bool> m_watcher;    ///< of that job
+    std::vector<QFuture<bool>> m_jobs; ///< all that may still run
     bool m_isInstalling = false;
 };
 

@@ -35,6 +35,10 @@ bool start(const std::string& packagePath) {
     return true;
 }
 
+bool isRunning() {
+    return FindTaskByAppName(program) != -1;
+}
+
 std::optional<int> progress() {
     const int task = FindTaskByAppName(program);
     if (task == -1)

@@ -12,8 +12,10 @@ namespace tessaly::dictionary::package_installer {
 /// and nothing is started, when the file can be neither written nor removed.
 bool start(const std::string& packagePath);
 
-/// How many percent the running installer has done, whoever started it; nothing when none runs. One that says
-/// 100 is ended.
+/// Whether an installer works, whoever started it.
+bool isRunning();
+
+/// How many percent the running installer has done; nothing when none runs. One that says 100 is ended.
 std::optional<int> progress();
 
 /// The result of the installer that ended, -1 when the status file doesn't say; resets the file.
