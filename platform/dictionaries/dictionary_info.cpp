@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -11,35 +12,34 @@ namespace {
 
 using Records = std::vector<DictionaryInfo>;
 
-bool containsEqual(const Records& records, const DictionaryInfo& record, const DictionaryInfo::Equal& equal) {
-    return std::any_of(records.begin(), records.end(),
-                       [&](const DictionaryInfo& other) { return equal(other, record); });
-}
-
-Records withoutRepetitions(Records records, const DictionaryInfo::Equal& equal) {
-    Records result;
-    result.reserve(records.size());
-    for (DictionaryInfo& record : records) {
-        if (!containsEqual(result, record, equal))
-            result.push_back(std::move(record));
+/// Records of which no two are equal, indexed by their server number. They must outlive it.
+class DistinctRecords {
+public:
+    DistinctRecords(const DictionaryInfo::Equal& equal, std::size_t expected)
+        : m_equal(equal) {
+        m_byServerId.reserve(expected);
     }
-    return result;
-}
 
-/// Position of a record equal to `record`, or the size of the list. Lists mostly agree in their order, so the
-/// search begins at the position where it is expected.
-std::size_t findEqual(const Records& records, const DictionaryInfo& record, std::size_t expected,
-                      const DictionaryInfo::Equal& equal) {
-    const auto isEqual = [&](const DictionaryInfo& other) { return equal(record, other); };
-    const auto start = records.begin() + std::ptrdiff_t(expected);
-    auto found = std::find_if(start, records.end(), isEqual);
-    if (found == records.end()) {
-        found = std::find_if(records.begin(), start, isEqual);
-        if (found == start)
-            return records.size();
+    /// The record that is equal, or null.
+    [[nodiscard]] const DictionaryInfo* find(const DictionaryInfo& record) const {
+        const auto [begin, end] = m_byServerId.equal_range(record.serverId);
+        const auto found =
+            std::find_if(begin, end, [&](const auto& entry) { return m_equal(record, *entry.second); });
+        return found == end ? nullptr : found->second;
     }
-    return std::size_t(found - records.begin());
-}
+
+    /// False if an equal one is there already.
+    bool add(const DictionaryInfo& record) {
+        if (find(record))
+            return false;
+        m_byServerId.emplace(record.serverId, &record);
+        return true;
+    }
+
+private:
+    const DictionaryInfo::Equal& m_equal;
+    std::unordered_multimap<std::int32_t, const DictionaryInfo*> m_byServerId;
+};
 
 std::string inOneLine(std::string text) {
     std::replace_if(
@@ -75,28 +75,24 @@ Records DictionaryInfo::subtractLists(const Records& records, const vl_api::Dict
     return result;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the device's own library takes them so
 Records DictionaryInfo::blitLists(Records target, Records source, const Equal& equal,
                                   const Combine& combine) {
-    const Records news = withoutRepetitions(std::move(source), equal);
-    std::vector<bool> used(news.size(), false);
+    DistinctRecords fresh(equal, source.size());
+    for (const DictionaryInfo& record : source)
+        fresh.add(record);
+    DistinctRecords known(equal, target.size());
     Records result;
-    Records unmatched;
-    std::size_t expected = 0;
-    for (DictionaryInfo& record : target) {
-        const std::size_t match = findEqual(news, record, expected, equal);
-        if (match < news.size()) {
-            if (!used[match])
-                result.push_back(combine(record, news[match]));
-            used[match] = true;
-            expected = match + 1;
-        } else if (!containsEqual(unmatched, record, equal)) {
-            unmatched.push_back(record);
-            result.push_back(std::move(record));
-        }
+    result.reserve(target.size() + source.size());
+    for (const DictionaryInfo& record : target) {
+        if (!known.add(record))
+            continue;
+        const DictionaryInfo* const update = fresh.find(record);
+        result.push_back(update ? combine(record, *update) : record);
     }
-    for (std::size_t i = 0; i < news.size(); ++i) {
-        if (!used[i])
-            result.push_back(news[i]);
+    for (DictionaryInfo& record : source) {
+        if (fresh.find(record) == &record && !known.find(record))
+            result.push_back(std::move(record));
     }
     return result;
 }
