@@ -3,9 +3,14 @@
 #include "db/dbholder.h"
 #include "dictionarieslistmodel.h"
 
+#include <common_utilities/log_line.h>
 #include <common_utilities/time_measurement.h>
 #include <dictionaries/routes.h>
+#include <dictionaries/vl_api.h>
 #include <vellum/vellum.h>
+
+#include <algorithm>
+#include <unordered_set>
 
 namespace tessaly::dictionary {
 
@@ -13,6 +18,7 @@ namespace {
 
 constexpr int connectedState = 2;
 constexpr auto logFile = "dictpmplugin/data_manager";
+constexpr std::size_t mostRecords = 20'000;
 
 bool isSameDictionary(const DictionaryInfo& a, const DictionaryInfo& b) {
     return a.serverId == b.serverId;
@@ -20,6 +26,26 @@ bool isSameDictionary(const DictionaryInfo& a, const DictionaryInfo& b) {
 
 DictionaryInfo keepDatabaseId(const DictionaryInfo& stored, const DictionaryInfo& fromServer) {
     return fromServer.withDatabaseId(stored.databaseId);
+}
+
+/// Stored records that the server lists no more would stay for ever. When there are too many, those go first
+/// that it doesn't list and that aren't installed either.
+void keepWithinBound(DataManager::Dictionaries& records, const DataManager::Dictionaries& fromServer) {
+    if (records.size() <= mostRecords)
+        return;
+    std::unordered_set<std::int32_t> listed;
+    for (const DictionaryInfo& record : fromServer)
+        listed.insert(record.serverId);
+    const auto installed = vl_api::enumDictionaries();
+    const auto others =
+        std::stable_partition(records.begin(), records.end(), [&](const DictionaryInfo& record) {
+            return installed.findByFileName(record.file) != nullptr;
+        });
+    std::stable_partition(others, records.end(),
+                          [&](const DictionaryInfo& record) { return listed.contains(record.serverId); });
+    LogLine(log::cb::warn) << "catalogue: " << records.size() - mostRecords
+                           << " stored records are left out, " << mostRecords << " are kept";
+    records.erase(records.begin() + mostRecords, records.end());
 }
 
 } // namespace
@@ -80,8 +106,9 @@ boost::optional<DataManager::Error> DataManager::synchronizeMetaData() {
         return errorFromApiError(fromServer.getLeft());
 
     const DictionaryDAO& dao = m_dbHolder->dictionaryDAO();
-    const Dictionaries merged = DictionaryInfo::blitLists(dao.list().qGetOrErr({}), fromServer.getRight(),
-                                                          isSameDictionary, keepDatabaseId);
+    Dictionaries merged = DictionaryInfo::blitLists(dao.list().qGetOrErr({}), fromServer.getRight(),
+                                                    isSameDictionary, keepDatabaseId);
+    keepWithinBound(merged, fromServer.getRight());
     dao.deleteAll().qGetOrErr();
     dao.addMultiple(merged).qGetOrErr();
     return boost::none;

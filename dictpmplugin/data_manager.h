@@ -45,8 +45,9 @@ public:
     /// the process.
     Either<Error, Dictionaries> getDictionariesFromDB();
 
-    /// Replaces the stored catalogue with what the server and the stored one have together. Empty on success;
-    /// errors of the database are logged only. A process killed in between leaves a catalogue that the next
+    /// Replaces the stored catalogue with what the server and the stored one have together, 20,000 records at
+    /// most: installed ones are kept first, then those that the server lists. Empty on success; errors of the
+    /// database are logged only. A process killed in between leaves a catalogue that the next
     /// run makes whole.
     boost::optional<Error> synchronizeMetaData();
 

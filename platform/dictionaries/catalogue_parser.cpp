@@ -19,8 +19,40 @@ namespace {
 constexpr qsizetype longestFileName = 255;
 constexpr qint64 largestNumber = std::numeric_limits<std::int32_t>::max();
 
-void warnOf(qsizetype place, const std::string& what) {
-    LogLine(log::cb::warn) << "catalogue record " << place << ": " << what;
+// What a screen can bear, in characters.
+constexpr qsizetype longestText = 300;
+constexpr qsizetype longestDescription = 4000;
+constexpr qsizetype longestUrl = 2000;
+
+/// Says what is wrong with records: names the first ten and counts the others.
+class Complaints {
+public:
+    Complaints() = default;
+    ~Complaints() {
+        if (m_count > mostNamed)
+            LogLine(log::cb::warn) << "catalogue: " << m_count - mostNamed << " more records with faults";
+    }
+    Complaints(const Complaints&) = delete;
+    Complaints& operator=(const Complaints&) = delete;
+
+    void add(qsizetype place, const std::string& what) {
+        if (++m_count <= mostNamed)
+            LogLine(log::cb::warn) << "catalogue record " << place << ": " << what;
+    }
+
+private:
+    static constexpr int mostNamed = 10;
+    int m_count = 0;
+};
+
+/// At most so many characters, the last of which says that there were more.
+QString cut(QString text, qsizetype longest) {
+    if (text.size() <= longest)
+        return text;
+    text.truncate(longest - 1);
+    if (text.back().isHighSurrogate())
+        text.chop(1);
+    return text + QChar(0x2026);
 }
 
 bool isDictionaryFileName(const QString& name) {
@@ -39,10 +71,16 @@ public:
 
     /// What is wrong with the record; empty if nothing is.
     [[nodiscard]] const std::string& fault() const { return m_fault; }
-    /// Which language was left out of it; empty if none was.
-    [[nodiscard]] const std::string& languageFault() const { return m_languageFault; }
+    /// What was left out of it all the same; empty if nothing was.
+    [[nodiscard]] const std::string& note() const { return m_note; }
 
-    std::string text(const char* member) { return string(value(member), member).toStdString(); }
+    std::string text(const char* member, qsizetype longest = longestText) {
+        const QString whole = string(value(member), member);
+        if (whole.size() > longest)
+            m_note =
+                std::string(member) + " is too long, it has " + std::to_string(whole.size()) + " characters";
+        return cut(whole, longest).toStdString();
+    }
 
     /// 0 for a member that is absent.
     qint64 number(const char* member, qint64 smallest, qint64 largest) {
@@ -70,7 +108,7 @@ public:
         const QString text = region.isEmpty() ? code : code + u'_' + region;
         const auto locale = utilities::locale_parser::tagged_parse(text.toStdString(), '_');
         if (locale.isLeft())
-            m_languageFault = std::string(member) + " is left out, not a language code";
+            m_note = std::string(member) + " is left out, not a language code";
         if (locale.isLeft() || locale.getRight().language.empty())
             return boost::none;
         return locale.getRight();
@@ -96,7 +134,7 @@ private:
 
     const QJsonObject m_record;
     std::string m_fault;
-    std::string m_languageFault;
+    std::string m_note;
 };
 
 DictionaryInfo readRecord(RecordReader& reader) {
@@ -110,10 +148,10 @@ DictionaryInfo readRecord(RecordReader& reader) {
                    "file is not a dictionary file's name");
     info.version = std::int32_t(reader.number("version", -largestNumber, largestNumber));
     reader.number("size", 0, std::numeric_limits<qint64>::max());
-    info.thumbnail = reader.text("thumbnail");
-    if (!isWebAddress(info.thumbnail))
+    info.thumbnail = reader.text("thumbnail", longestUrl + 1);
+    if (qsizetype(info.thumbnail.size()) > longestUrl || !isWebAddress(info.thumbnail))
         info.thumbnail.clear();
-    info.description = reader.text("description");
+    info.description = reader.text("description", longestDescription);
     info.category = reader.text("category");
     info.provider = reader.text("provider");
     info.publishDate = reader.text("publish_date");
@@ -134,25 +172,31 @@ Either<ApiError, std::vector<DictionaryInfo>> parseCatalogue(const std::string& 
 
     std::vector<DictionaryInfo> records;
     std::unordered_set<std::int32_t> serverIds;
+    Complaints complaints;
     const QJsonArray list = json.getRight().array();
     for (qsizetype place = 0; place < list.size(); ++place) {
+        if (records.size() == mostCatalogueRecords) {
+            LogLine(log::cb::warn) << "catalogue: " << list.size() - place << " entries are left out, after "
+                                   << records.size() << " records";
+            break;
+        }
         if (!list.at(place).isObject()) {
-            warnOf(place, "left out, not a record");
+            complaints.add(place, "left out, not a record");
             continue;
         }
         RecordReader reader(list.at(place).toObject());
         const DictionaryInfo info = readRecord(reader);
         if (!reader.fault().empty()) {
-            warnOf(place, "left out, " + reader.fault());
+            complaints.add(place, "left out, " + reader.fault());
         } else if (!serverIds.insert(info.serverId).second) {
-            warnOf(place, "left out, id " + std::to_string(info.serverId) + " was there before");
+            complaints.add(place, "left out, id " + std::to_string(info.serverId) + " was there before");
         } else {
-            if (!reader.languageFault().empty())
-                warnOf(place, reader.languageFault());
+            if (!reader.note().empty())
+                complaints.add(place, reader.note());
             records.push_back(info);
         }
     }
-    return Right<std::vector<DictionaryInfo>>(records);
+    return Right<std::vector<DictionaryInfo>>(std::move(records));
 }
 
 } // namespace tessaly::dictionary

@@ -16,6 +16,7 @@
 #include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTest>
+#include <algorithm>
 #include <future>
 #include <optional>
 
@@ -130,6 +131,23 @@ private Q_SLOTS:
             QCOMPARE(m_watch->lines(u": left out, "_qs).size(), times);
         }
         QCOMPARE(m_manager->getDictionariesFromDB().getRight().size(), std::size_t(order.size()));
+    }
+
+    void theUnlistedGoFirstWhenThereAreTooMany() {
+        auto unlisted = tests::makeRecords(20'000);
+        for (auto& record : unlisted)
+            record.serverId += 1'000'000;
+        m_holder->dictionaryDAO().addMultiple(unlisted).qGetOrErr();
+        QFile installed(m_device.path("/mnt/ext1/system/dictionaries/20000.tsdict"));
+        QVERIFY(installed.open(QIODevice::WriteOnly));
+        m_watch->allow(u"stored records are left out, 20000 are kept"_qs);
+        QCOMPARE(synchronize(), success);
+        const QStringList numbers = stored("dicts_id");
+        QCOMPARE(numbers.size(), 20'000);
+        QCOMPARE(numbers.first(), u"1020000"_qs);
+        QVERIFY(std::all_of(m_offered.begin(), m_offered.end(),
+                            [&](const QString& offered) { return numbers.contains(offered); }));
+        QVERIFY(installed.remove());
     }
 
     void theNextRunHealsAKilledOne() {

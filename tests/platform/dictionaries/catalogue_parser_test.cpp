@@ -42,6 +42,8 @@ private Q_SLOTS:
             {"'language_from': {'code': 'c/'}", "1 A a.tsdict ->-", u"catalogue record 0: language_from"_qs},
             {"'language_to': {'code': 'zh', 'region': '-'}", "1 A a.tsdict ->-",
              u"catalogue record 0: language_to"_qs},
+            {"'name': '" + QByteArray(301, 'x') + "'", "1 " + QByteArray(299, 'x') + "… a.tsdict ->-",
+             u"catalogue record 0: name is too long, it has 301 characters"_qs},
             {"'id': 2147483647, 'file': 'Řečtina [1].tsdict'", "2147483647 A Řečtina [1].tsdict ->-", {}}};
         for (const auto& record : records) {
             // Of a repeated member the last counts.
@@ -91,6 +93,17 @@ private Q_SLOTS:
                      info.dictSet,
                  std::string("https://h/cDCP2020-01-02S"));
         QCOMPARE(parsed.getRight().at(1).thumbnail, std::string());
+    }
+
+    void tooMany() {
+        QByteArray body = "[1,1,1,1,1,1,1,1,1,1,1,1";
+        for (int id = 1; id <= 20'001; ++id)
+            body += ",{'id': " + QByteArray::number(id) + ", 'name': 'A', 'file': 'a.tsdict'}";
+        QCOMPARE(parse(body + ']').getRight().size(), 20'000U);
+        QCOMPARE(m_log.lines(u"left out, not a record"_qs).size(), 10);
+        const QStringList warnings = m_log.takeUnexpected().mid(10);
+        QCOMPARE(warnings, QStringList({u"catalogue: 1 entries are left out, after 20000 records"_qs,
+                                        u"catalogue: 2 more records with faults"_qs}));
     }
 
     void otherBodies() {
