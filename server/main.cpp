@@ -1,25 +1,48 @@
+#include "http/listener.h"
 #include "routes/service.h"
-#include "support/failure.h"
+#include "support/files.h"
 #include "support/options.h"
-#include "support/process.h"
 #include "support/server_state.h"
 
 #include <QDebug>
-#include <QDir>
 #include <QGuiApplication>
 #include <QLockFile>
-#include <QTcpServer>
+#include <QSocketNotifier>
 
+#include <csignal>
 #include <cstdio>
+#include <sys/prctl.h>
+#include <sys/signalfd.h>
 #include <unistd.h>
 
 namespace tessaly::server {
 
 namespace {
 
+/// Keeps SIGTERM and SIGINT from ending the process. To be called before the first thread starts, since
+/// threads inherit what is blocked.
+sigset_t blockQuitSignals() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGTERM);
+    sigaddset(&signals, SIGINT);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    return signals;
+}
+
+/// Has them end the event loop instead.
+void quitOn(const sigset_t& signals) {
+    const int descriptor = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
+    auto* notifier = new QSocketNotifier(descriptor, QSocketNotifier::Read, QCoreApplication::instance());
+    QObject::connect(notifier, &QSocketNotifier::activated, notifier, [notifier] {
+        notifier->setEnabled(false);
+        QCoreApplication::quit();
+    });
+}
+
 /// Listens on the port that was asked for, else on the remembered one, else on a free one; remembers which.
 std::unique_ptr<QTcpServer> listen(quint16 wantedPort, ServerState& state) {
-    auto listener = std::make_unique<QTcpServer>();
+    std::unique_ptr<QTcpServer> listener = std::make_unique<Listener>();
     const quint16 port = wantedPort != 0 ? wantedPort : state.port();
     if (!listener->listen(QHostAddress::LocalHost, port)) {
         const QString problem =
@@ -34,19 +57,17 @@ std::unique_ptr<QTcpServer> listen(quint16 wantedPort, ServerState& state) {
     return listener;
 }
 
-int serve(const Options& options) {
-    if (!QDir().mkpath(options.stateFolder))
-        throw Failure(QStringLiteral("cannot create the folder %1").arg(options.stateFolder));
-    QLockFile lock(options.stateFolder + QStringLiteral("/server.lock"));
+int serve(const Options& options, const sigset_t& quitSignals) {
+    makeDirectory(options.stateDirectory);
+    QLockFile lock(options.stateDirectory + QStringLiteral("/server.lock"));
     lock.setStaleLockTime(0);
     if (!lock.tryLock())
-        throw Failure(QStringLiteral("another server uses the folder %1").arg(options.stateFolder));
+        throw Failure(QStringLiteral("another server uses the directory %1").arg(options.stateDirectory));
 
-    ServerState state(options.stateFolder + QStringLiteral("/state.json"));
-    std::unique_ptr<QTcpServer> listener = listen(options.port, state);
-    Service service(options, state, listener.release());
-    quitOnEndSignals();
-    std::printf("listening on %s\n", qPrintable(service.address));
+    ServerState state(options.stateDirectory + QStringLiteral("/state.json"));
+    Service service(options, state, listen(options.port, state).release());
+    quitOn(quitSignals);
+    std::printf("listening on %s\n", qPrintable(service.url));
     std::fflush(stdout);
     return QCoreApplication::exec();
 }
@@ -58,25 +79,17 @@ int serve(const Options& options) {
 int main(int argc, char** argv) {
     using namespace tessaly::server;
     const pid_t parent = getppid();
-    blockEndSignals();
+    const sigset_t quitSignals = blockQuitSignals();
     // Covers are drawn without any display.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
 
-    const Options options = parseOptions(QCoreApplication::arguments());
-    if (!options.help.isEmpty()) {
-        std::fputs(qPrintable(options.help), stdout);
-        return 0;
-    }
-    if (!options.error.isEmpty()) {
-        std::fprintf(stderr, "%s\n", qPrintable(options.error));
-        return 2;
-    }
-    if (options.exitWithParent && !endWithParent(parent))
+    const Options options = parseOptions();
+    if (options.exitWithParent && (prctl(PR_SET_PDEATHSIG, SIGTERM) != 0 || getppid() != parent))
         return 0;
     try {
-        return serve(options);
+        return serve(options, quitSignals);
     } catch (const Failure& failure) {
         std::fprintf(stderr, "%s\n", qPrintable(failure.message()));
         return 1;

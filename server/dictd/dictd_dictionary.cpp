@@ -1,12 +1,12 @@
 #include "dictd/dictd_dictionary.h"
 
-#include "dictd/gzip_text.h"
-#include "support/failure.h"
+#include "support/files.h"
 
 #include <QFile>
 
-#include <array>
+#include <memory>
 #include <optional>
+#include <zlib.h>
 
 namespace tessaly::server {
 
@@ -15,24 +15,14 @@ namespace {
 // Older files write "00-database-short", newer ones "00databaseshort".
 constexpr QByteArrayView aboutPrefixes[] = {"00database", "00-database-"};
 
-constexpr std::array<signed char, 256> makeDigits() {
-    std::array<signed char, 256> digits{};
-    digits.fill(-1);
-    signed char value = 0;
-    for (const char digit :
-         std::string_view("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/"))
-        digits[static_cast<unsigned char>(digit)] = value++;
-    return digits;
-}
-
 /// A number as the index writes it: most significant digit first, six bits each.
 std::optional<qsizetype> parseNumber(QByteArrayView text) {
-    static constexpr std::array<signed char, 256> digits = makeDigits();
+    constexpr QByteArrayView digits("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/");
     if (text.isEmpty() || text.size() > 8)
         return std::nullopt;
     qsizetype number = 0;
     for (const char character : text) {
-        const signed char digit = digits[static_cast<unsigned char>(character)];
+        const qsizetype digit = digits.indexOf(character);
         if (digit < 0)
             return std::nullopt;
         number = number * 64 + digit;
@@ -48,17 +38,42 @@ QByteArrayView aboutName(QByteArrayView headword) {
     return {};
 }
 
+/// The whole content of a text file, which gzip's own checksum vouches for if the name ends in ".dz".
+QByteArray readText(const QString& path) {
+    constexpr qsizetype maximumSize = 1 << 30;
+    constexpr qsizetype chunkSize = 1 << 20;
+    const std::unique_ptr<gzFile_s, int (*)(gzFile)> file(gzopen(QFile::encodeName(path).constData(), "rb"),
+                                                          gzclose);
+    if (!file)
+        throw Failure(QStringLiteral("%1 can't be opened").arg(path));
+    QByteArray text;
+    int count = chunkSize;
+    while (count == chunkSize) {
+        const qsizetype filled = text.size();
+        if (filled > maximumSize)
+            throw Failure(QStringLiteral("%1 is too big").arg(path));
+        text.resize(filled + chunkSize);
+        count = gzread(file.get(), text.data() + filled, chunkSize);
+        text.resize(filled + std::max(count, 0));
+    }
+    int error = Z_OK;
+    const char* message = gzerror(file.get(), &error);
+    if (count < 0 || error != Z_OK)
+        throw Failure(QString::fromLocal8Bit(message)); // names the file
+    // zlib hands out what is not compressed as it is.
+    if (gzdirect(file.get()) != 0 && path.endsWith(u".dz"))
+        throw Failure(QStringLiteral("%1 is not compressed data").arg(path));
+    return text;
+}
+
 } // namespace
 
-DictdDictionary::DictdDictionary(const QString& indexPath) {
-    QFile file(indexPath);
-    if (!file.open(QIODevice::ReadOnly))
-        throw Failure(QStringLiteral("%1: %2").arg(indexPath, file.errorString()));
-    m_index = file.readAll();
+DictdDictionary::DictdDictionary(const QString& indexPath)
+    : m_index(readFile(indexPath)) {
     const QString path = textPath(indexPath);
     if (path.isEmpty())
         throw Failure(QStringLiteral("%1 has no text file beside it").arg(indexPath));
-    m_text = readGzipText(path);
+    m_text = readText(path);
 
     const QByteArrayView index(m_index);
     qsizetype start = 0;
@@ -74,9 +89,9 @@ DictdDictionary::DictdDictionary(const QString& indexPath) {
 
 QString DictdDictionary::textPath(const QString& indexPath) {
     const QString base = indexPath.chopped(QLatin1String(".index").size());
-    for (const QLatin1String ending : {QLatin1String(".dict.dz"), QLatin1String(".dict")}) {
-        if (QFile::exists(base + ending))
-            return base + ending;
+    for (const QLatin1String suffix : {QLatin1String(".dict.dz"), QLatin1String(".dict")}) {
+        if (QFile::exists(base + suffix))
+            return base + suffix;
     }
     return {};
 }

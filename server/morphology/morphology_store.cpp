@@ -1,9 +1,7 @@
 #include "morphology/morphology_store.h"
 
-#include "support/failure.h"
-#include "support/file_stamp.h"
-#include "support/languages.h"
-#include "support/part_file.h"
+#include "catalogue/naming.h"
+#include "support/files.h"
 #include "support/zip_writer.h"
 
 #include <QDir>
@@ -27,15 +25,13 @@ int rank(const QString& language, const QString& name) {
 
 } // namespace
 
-MorphologyStore::MorphologyStore(const QString& hunspellFolder, const QString& cacheFolder,
+MorphologyStore::MorphologyStore(const QString& hunspellDirectory, const QString& cacheDirectory,
                                  bool allLanguages) {
     static const QRegularExpression form(QStringLiteral("^([a-z]{2})(?:_[A-Z]{2})?$"));
-    if (!QDir().mkpath(cacheFolder))
-        throw Failure(QStringLiteral("cannot create the folder %1").arg(cacheFolder));
-
+    makeDirectory(cacheDirectory);
     QMap<QString, QString> best;
     const QFileInfoList files =
-        QDir(hunspellFolder).entryInfoList({QStringLiteral("*.aff")}, QDir::Files, QDir::Name);
+        QDir(hunspellDirectory).entryInfoList({QStringLiteral("*.aff")}, QDir::Files, QDir::Name);
     for (const QFileInfo& file : files) {
         const QString name = file.completeBaseName();
         const QString language = form.match(name).captured(1);
@@ -48,26 +44,24 @@ MorphologyStore::MorphologyStore(const QString& hunspellFolder, const QString& c
     }
     QStringList current;
     for (auto language = best.begin(); language != best.end(); ++language) {
-        const QString base = QDir(hunspellFolder).absoluteFilePath(language.value());
+        const QString base = QDir(hunspellDirectory).absoluteFilePath(language.value());
         const QString name = language.key() + u'-' +
                              fingerprint({base, fileStamp({base + rules, base + words})}) +
                              QStringLiteral(".zip");
         current << name;
-        m_pairs.insert(language.key(), {base, cacheFolder + u'/' + name});
+        m_pairs.insert(language.key(), {base, cacheDirectory + u'/' + name});
     }
-    removeOthers(cacheFolder, current);
+    removeOthers(cacheDirectory, current);
 }
 
 QString MorphologyStore::archive(const QString& language) const {
     const Pair pair = m_pairs.value(language);
     if (QFileInfo::exists(pair.archive))
         return pair.archive;
-    PartFile part(pair.archive);
-    ZipWriter zip(part.path());
+    ZipWriter zip(pair.archive);
     zip.addFile(language + rules, pair.base + rules);
     zip.addFile(language + words, pair.base + words);
-    zip.close();
-    part.putInPlace();
+    zip.commit();
     return pair.archive;
 }
 

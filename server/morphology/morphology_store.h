@@ -9,9 +9,10 @@ namespace tessaly::server {
 /// The Hunspell data on offer, one pair of files for each language. Unchanging, so fit for any thread.
 class MorphologyStore {
 public:
-    /// Finds the data in `hunspellFolder`; of several regions of a language the main one is taken. Archives
-    /// are kept in `cacheFolder`, which is made and cleared of archives of older data (throws Failure).
-    MorphologyStore(const QString& hunspellFolder, const QString& cacheFolder, bool allLanguages);
+    /// Finds the data in `hunspellDirectory`; of several regions of a language the main one is taken.
+    /// Archives are kept in `cacheDirectory`, which is made and cleared of archives of older data (throws
+    /// Failure).
+    MorphologyStore(const QString& hunspellDirectory, const QString& cacheDirectory, bool allLanguages);
 
     /// Two-letter codes.
     QStringList languages() const { return m_pairs.keys(); }
@@ -22,7 +23,7 @@ public:
 
 private:
     struct Pair {
-        QString base;    ///< path without the endings
+        QString base;    ///< path without the suffixes
         QString archive; ///< path of the zip
     };
 

@@ -1,11 +1,10 @@
 #include "packages/dictionary_converter.h"
 
 #include "dictd/dictd_dictionary.h"
-#include "support/failure.h"
-#include "support/file_stamp.h"
-#include "support/part_file.h"
+#include "support/files.h"
 
-#include <QFile>
+#include <QDataStream>
+#include <QSaveFile>
 #include <QScopeGuard>
 #include <QSqlDatabase>
 #include <QSqlError>
@@ -17,7 +16,7 @@ namespace tessaly::server {
 namespace {
 
 // To be raised whenever the layout of the file changes.
-constexpr QLatin1String layout("1");
+constexpr QLatin1String layout("2");
 
 void run(QSqlQuery& query, const QString& statement = {}) {
     if (!(statement.isEmpty() ? query.exec() : query.exec(statement)))
@@ -95,20 +94,33 @@ void writeDatabase(const QString& path, const DictionaryRecord& record, const st
 
 QString convertedName(const DictionaryRecord& record) {
     return fingerprint({layout, record.indexPath, record.sourceStamp, record.name, record.thumbnail,
-                        record.description}) +
-           QStringLiteral(".tsdict");
+                        record.description, record.category});
 }
 
-QString convertDictionary(const DictionaryRecord& record, const QString& folder,
-                          const std::stop_token& stop) {
-    QString path = folder + u'/' + convertedName(record);
-    if (QFile::exists(path))
-        return path;
-    // Two builds may convert the same dictionary at a time: the last one's file stays.
-    PartFile part(path);
-    writeDatabase(part.path(), record, stop);
-    part.putInPlace();
-    return path;
+void convertDictionary(const DictionaryRecord& record, const QString& path, const std::stop_token& stop) {
+    QFile database(path + QStringLiteral(".part"));
+    database.remove(); // a leftover of a process that was killed
+    const auto clearUp = qScopeGuard([&database] { database.remove(); });
+    writeDatabase(database.fileName(), record, stop);
+    QSaveFile file(path);
+    if (!database.open(QIODevice::ReadOnly) || !file.open(QIODevice::WriteOnly))
+        throw Failure("write", file);
+    const Compressed content = compress(database, file, stop);
+    // What says how to read the data comes last, where its length needn't be known beforehand.
+    QDataStream stream(&file);
+    stream << content.crc << content.size << content.packedSize << content.sha256;
+    if (!file.commit())
+        throw Failure("write", file);
+}
+
+ConvertedDictionary::ConvertedDictionary(const QString& path)
+    : m_file(path) {
+    constexpr qint64 trailerSize = 4 + 8 + 8 + 4 + 64;
+    QDataStream stream(&m_file);
+    if (m_file.open(QIODevice::ReadOnly) && m_file.seek(m_file.size() - trailerSize))
+        stream >> m_content.crc >> m_content.size >> m_content.packedSize >> m_content.sha256;
+    if (m_content.packedSize != m_file.size() - trailerSize || !m_file.seek(0))
+        throw Failure("read", m_file);
 }
 
 } // namespace tessaly::server

@@ -1,6 +1,9 @@
 #pragma once
 
-#include "catalogue/dictionary_record.h"
+#include "catalogue/catalogue.h"
+#include "support/zip_writer.h"
+
+#include <QFile>
 
 #include <stop_token>
 
@@ -10,14 +13,28 @@ namespace tessaly::server {
 /// changes.
 QString convertedName(const DictionaryRecord& record);
 
-/// Makes the dictionary file of a device (an SQLite database) from the dictd files, or takes the one kept in
-/// `folder`; returns its path. For any thread; throws Failure, also when asked to stop.
+/// Makes the dictionary file of a device (an SQLite database) from the dictd files and puts it at `path`,
+/// compressed as packages need it. For any thread, though one at a time for a path; throws Failure, also when
+/// asked to stop.
 ///
 /// Table `metadata` (key, value): what the catalogue says of the dictionary. Table `entries`:
 /// - `headword`: as the dictionary writes it, capitals included;
 /// - `definition`: the whole text of the entry, lines separated by a line feed;
 /// - `folded`: the headword composed (NFC) and case-folded, for searches that overlook capitals.
 /// Both `headword` and `folded` are indexed; neither is unique.
-QString convertDictionary(const DictionaryRecord& record, const QString& folder, const std::stop_token& stop);
+void convertDictionary(const DictionaryRecord& record, const QString& path, const std::stop_token& stop);
+
+/// A conversion that was kept, open at the beginning of its compressed data. Throws Failure.
+class ConvertedDictionary {
+public:
+    explicit ConvertedDictionary(const QString& path);
+
+    const Compressed& content() const { return m_content; }
+    QIODevice& data() { return m_file; }
+
+private:
+    QFile m_file;
+    Compressed m_content;
+};
 
 } // namespace tessaly::server

@@ -1,74 +1,63 @@
-#include "catalogue/cover_painter.h"
-#include "control/catalogue_faults.h"
-#include "routes/routes.h"
 #include "routes/service.h"
+#include "support/files.h"
 
-#include <QCryptographicHash>
-#include <QHash>
-
-#include <memory>
+#include <QJsonArray>
+#include <QJsonDocument>
 
 namespace tessaly::server {
 
 namespace {
 
-bool matches(const QByteArray& ifNoneMatch, const QByteArray& tag) {
-    const QList<QByteArray> tags = ifNoneMatch.split(',');
-    return std::any_of(tags.begin(), tags.end(), [&tag](QByteArray candidate) {
-        candidate = candidate.trimmed();
-        if (candidate.startsWith("W/"))
-            candidate = candidate.sliced(2);
-        return candidate == tag || candidate == "*";
-    });
-}
-
-Answer catalogueAnswer(const Service& service, const QHttpServerRequest& request) {
-    const Switches& switches = service.control.switches();
-    if (const int status = statusOf(switches.catalogue))
-        return Answer::error(status, QStringLiteral("as the switch wants it"));
-    Answer answer;
-    answer.contentType = "application/json";
-    answer.body = catalogueBody(service.catalogue, switches);
-    const QByteArray tag =
-        '"' + QCryptographicHash::hash(answer.body, QCryptographicHash::Sha256).toHex().left(32) + '"';
-    if (matches(request.value("If-None-Match"), tag)) {
-        answer.status = 304;
-        answer.body.clear();
+/// The catalogue's JSON as the switches want it.
+QByteArray catalogueBody(const Catalogue& catalogue, const Control& control) {
+    QJsonArray array;
+    for (const DictionaryRecord& record : catalogue.records()) {
+        if (!control.isUnlisted(record.id))
+            array << record.toJson();
     }
-    answer.headers = {{"ETag", tag}, {"Cache-Control", "no-cache"}};
-    return answer;
+    const QString mode = control.mode(QLatin1String("catalogue"));
+    if (mode == u"bad_record")
+        array.insert(array.size() / 2,
+                     QJsonObject{{QStringLiteral("id"), QStringLiteral("twelve")},
+                                 {QStringLiteral("name"), QJsonValue::Null},
+                                 {QStringLiteral("file"), QStringLiteral("../escape.tsdict")}});
+    const QByteArray body = QJsonDocument(array).toJson(QJsonDocument::Compact);
+    return mode == u"malformed" ? body.chopped(5) : body;
 }
 
-Answer coverAnswer(const DictionaryRecord* record, QHash<int, QByteArray>& painted) {
+Response tagged(const char* contentType, const QByteArray& body) {
+    Response response;
+    response.contentType = contentType;
+    response.body = body;
+    response.tag = '"' + sha256(body).left(32) + '"';
+    return response;
+}
+
+Response catalogueResponse(Service& service, const QString&, const QHttpServerRequest&) {
+    if (const int status = service.control.status(QLatin1String("catalogue")))
+        return Response::error(status, QStringLiteral("as the switch wants it"));
+    Response response = tagged("application/json", catalogueBody(service.catalogue, service.control));
+    response.headers = {{"Cache-Control", "no-cache"}};
+    return response;
+}
+
+Response coverResponse(Service& service, const QString& id, const QHttpServerRequest&) {
+    const DictionaryRecord* record = service.catalogue.find(parseNumber(id));
     if (record == nullptr)
-        return Answer::error(404, QStringLiteral("there is no such dictionary"));
-    QByteArray& cover = painted[record->id];
+        return Response::error(404, QStringLiteral("there is no such dictionary"));
+    QByteArray& cover = service.covers[record->id];
     if (cover.isEmpty())
-        cover = paintCover(*record);
-    Answer answer;
-    answer.contentType = "image/png";
-    answer.body = cover;
-    return answer;
+        cover = record->cover();
+    return tagged("image/png", cover);
 }
 
 } // namespace
 
 void addCatalogueRoutes(Service& service) {
-    const auto get = QHttpServerRequest::Method::Get | QHttpServerRequest::Method::Head;
-    service.http.route(QStringLiteral("/v1/dictionaries"), get,
-                       [&service](const QHttpServerRequest& request, QHttpServerResponder&& responder) {
-                           const Exchange exchange =
-                               service.begin(QLatin1String("catalogue"), request, std::move(responder));
-                           exchange.send(catalogueAnswer(service, request));
-                       });
-    service.http.route(
-        QStringLiteral("/v1/dictionaries/<arg>/cover.png"), get,
-        [&service, painted = std::make_shared<QHash<int, QByteArray>>()](
-            const QString& id, const QHttpServerRequest& request, QHttpServerResponder&& responder) {
-            const Exchange exchange = service.begin(QLatin1String("cover"), request, std::move(responder));
-            const DictionaryRecord* record = service.catalogue.find(parseNumber(id).value_or(0));
-            exchange.send(coverAnswer(record, *painted));
-        });
+    service.route(QLatin1String("catalogue"), readMethods, QStringLiteral("/v1/dictionaries"),
+                  catalogueResponse);
+    service.route(QLatin1String("cover"), readMethods, QStringLiteral("/v1/dictionaries/<arg>/cover.png"),
+                  coverResponse);
 }
 
 } // namespace tessaly::server

@@ -1,43 +1,77 @@
 #include "routes/service.h"
 
-#include "catalogue/source_scanner.h"
-#include "routes/routes.h"
 #include "support/options.h"
-#include "support/server_state.h"
 
+#include <QJsonDocument>
 #include <QTcpServer>
-#include <QThreadPool>
+
+#include <algorithm>
 
 namespace tessaly::server {
 
+namespace {
+
+Response showSwitches(Service& service, const QString&, const QHttpServerRequest&) {
+    return Response::json(service.control.toJson());
+}
+
+Response setSwitches(Service& service, const QString&, const QHttpServerRequest& request) {
+    const QJsonDocument document = QJsonDocument::fromJson(request.body());
+    const QString error = document.isObject() ? service.control.apply(document.object())
+                                              : QStringLiteral("the body has to be a JSON object");
+    return error.isEmpty() ? showSwitches(service, {}, request) : Response::error(400, error);
+}
+
+} // namespace
+
 Service::Service(const Options& options, ServerState& state, QTcpServer* listener)
-    : address(QStringLiteral("http://127.0.0.1:%1").arg(listener->serverPort()))
-    , catalogue(scanSources(options.dictdFolder, options.stateFolder + QStringLiteral("/sources.json")),
-                state, address, options.allLanguages)
-    , packages(catalogue, state, options.stateFolder)
-    , morphology(options.hunspellFolder, options.stateFolder + QStringLiteral("/morphology"),
-                 options.allLanguages)
-    , apiKey(options.apiKey.toUtf8()) {
+    : url(QStringLiteral("http://127.0.0.1:%1").arg(listener->serverPort()))
+    , catalogue(options.dictdDirectory, state, url, options.allLanguages)
+    , dictionaries(options.stateDirectory + QStringLiteral("/converted"), catalogue.records())
+    , packages(catalogue, dictionaries, state, options.stateDirectory + QStringLiteral("/packages"))
+    , morphology(options.hunspellDirectory, options.stateDirectory + QStringLiteral("/morphology"),
+                 options.allLanguages) {
     addCatalogueRoutes(*this);
     addPackageRoutes(*this);
     addMorphologyRoutes(*this);
-    if (options.control)
-        addControlRoutes(*this);
+    if (options.control) {
+        // Neither counted nor delayed: a test has to get through to put an end to what it has set.
+        route({}, readMethods, QStringLiteral("/control"), showSwitches);
+        route({}, QHttpServerRequest::Method::Post, QStringLiteral("/control"), setSwitches);
+    }
     http.setMissingHandler([this](const QHttpServerRequest& request, QHttpServerResponder&& responder) {
         begin(QLatin1String("other"), request, std::move(responder))
-            .send(Answer::error(404, QStringLiteral("there is nothing at this address")));
+            ->send(Response::error(404, QStringLiteral("there is nothing at this URL")));
     });
     http.bind(listener);
 }
 
-Service::~Service() {
-    QThreadPool::globalInstance()->waitForDone();
+void Service::route(QLatin1String kind, Methods methods, const QString& path, Handler handler) {
+    const auto respond = [this, kind, handler](const QString& argument, const QHttpServerRequest& request,
+                                               QHttpServerResponder&& responder) {
+        begin(kind, request, std::move(responder))->send(handler(*this, argument, request));
+    };
+    if (path.contains(u"<arg>"))
+        http.route(path, methods, respond);
+    else
+        http.route(path, methods,
+                   [respond](const QHttpServerRequest& request, QHttpServerResponder&& responder) {
+                       respond({}, request, std::move(responder));
+                   });
 }
 
-Exchange Service::begin(QLatin1String kind, const QHttpServerRequest& request,
-                        QHttpServerResponder&& responder) {
-    control.count(kind);
-    return {request, std::move(responder), control.switches().delayMs};
+Exchange* Service::begin(QLatin1String kind, const QHttpServerRequest& request,
+                         QHttpServerResponder&& responder) {
+    if (!kind.isEmpty())
+        control.count(kind);
+    const int delay = kind.isEmpty() ? 0 : control.number(QLatin1String("delay_ms"));
+    return new Exchange(request, std::move(responder), delay);
+}
+
+int parseNumber(const QString& text) {
+    const bool isPlain =
+        std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+    return isPlain ? text.toInt() : 0;
 }
 
 } // namespace tessaly::server

@@ -1,25 +1,21 @@
 #pragma once
 
-#include <QStringList>
+#include <QString>
 
 namespace tessaly::server {
 
 /// What the command line asks for.
 struct Options {
-    QString stateFolder;
+    QString stateDirectory;
     quint16 port = 0; ///< 0: the remembered one, or a free one
-    QString dictdFolder;
-    QString hunspellFolder;
-    QString apiKey;
+    QString dictdDirectory;
+    QString hunspellDirectory;
     bool allLanguages = false;
     bool control = false;
     bool exitWithParent = false;
-
-    QString help;  ///< the text to show instead of serving
-    QString error; ///< why the command line is refused
 };
 
-/// `arguments` starts with the program's name.
-Options parseOptions(const QStringList& arguments);
+/// The options of this process. Ends it if they are wrong (status 2) or only ask for help.
+Options parseOptions();
 
 } // namespace tessaly::server

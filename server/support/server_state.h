@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QHash>
+#include <QJsonObject>
 #include <QString>
 
 namespace tessaly::server {
@@ -13,7 +13,7 @@ public:
     /// take one dictionary for another.
     explicit ServerState(const QString& path);
 
-    quint16 port() const { return m_port; }
+    quint16 port() const { return static_cast<quint16>(m_state.value(QLatin1String("port")).toInt()); }
     void setPort(quint16 port);
 
     /// The record number of the dictionary with this file name, assigned at the first call. Call save() after
@@ -21,17 +21,20 @@ public:
     int recordNumber(const QString& fileName);
 
     /// A package number that was never given out. Saves.
-    int takePackageNumber();
+    int takePackageNumber() {
+        const int number = takeNumber(QLatin1String("next_package"));
+        save();
+        return number;
+    }
 
     /// Throws Failure.
     void save() const;
 
 private:
-    QString m_path;
-    quint16 m_port = 0;
-    int m_nextRecord = 1;
-    int m_nextPackage = 1;
-    QHash<QString, int> m_records;
+    int takeNumber(QLatin1String counter);
+
+    const QString m_path;
+    QJsonObject m_state;
 };
 
 } // namespace tessaly::server

@@ -1,97 +1,140 @@
 #include "support/zip_writer.h"
 
-#include "support/failure.h"
+#include "support/files.h"
 
-#include <QDateTime>
+#include <QBuffer>
+#include <QDataStream>
 #include <QFile>
-#include <QFileInfo>
 
-#include <archive.h>
-#include <archive_entry.h>
-
-#include <array>
+#include <limits>
+#include <memory>
+#include <sys/stat.h>
+#include <zlib.h>
 
 namespace tessaly::server {
 
 namespace {
 
-struct FreeEntry {
-    void operator()(archive_entry* entry) const { archive_entry_free(entry); }
-};
-using Entry = std::unique_ptr<archive_entry, FreeEntry>;
+constexpr qint64 pieceSize = 262144;
 
-Entry makeEntry(const QString& name, unsigned int type, qint64 size) {
-    Entry entry(archive_entry_new());
-    archive_entry_set_pathname_utf8(entry.get(), name.toUtf8().constData());
-    archive_entry_set_filetype(entry.get(), type);
-    archive_entry_set_perm(entry.get(), 0644);
-    archive_entry_set_size(entry.get(), size);
-    return entry;
+/// Numbers as a zip has them.
+template<typename... Numbers>
+QByteArray fields(Numbers... numbers) {
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setByteOrder(QDataStream::LittleEndian);
+    (stream << ... << numbers);
+    return bytes;
 }
 
 } // namespace
 
-void ZipWriter::Free::operator()(archive* writer) const {
-    archive_write_free(writer);
+Compressed compress(QIODevice& content, QIODevice& target, const std::stop_token& stop) {
+    z_stream stream{};
+    deflateInit2(&stream, Z_DEFAULT_COMPRESSION, Z_DEFLATED, -MAX_WBITS, MAX_MEM_LEVEL, Z_DEFAULT_STRATEGY);
+    const std::unique_ptr<z_stream, int (*)(z_stream*)> end(&stream, deflateEnd);
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    QByteArray out(pieceSize, Qt::Uninitialized);
+    Compressed result;
+    for (bool isLast = false; !isLast;) {
+        if (stop.stop_requested())
+            throw Failure(QStringLiteral("stopped"));
+        QByteArray in = content.read(pieceSize);
+        isLast = in.isEmpty();
+        hash.addData(in);
+        stream.next_in = reinterpret_cast<Bytef*>(in.data());
+        stream.avail_in = static_cast<uInt>(in.size());
+        result.crc = static_cast<quint32>(crc32(result.crc, stream.next_in, stream.avail_in));
+        result.size += in.size();
+        do {
+            stream.next_out = reinterpret_cast<Bytef*>(out.data());
+            stream.avail_out = static_cast<uInt>(out.size());
+            deflate(&stream, isLast ? Z_FINISH : Z_NO_FLUSH);
+            const qint64 count = out.size() - stream.avail_out;
+            if (target.write(out.constData(), count) != count)
+                throw Failure(QStringLiteral("cannot write: %1").arg(target.errorString()));
+            result.packedSize += count;
+        } while (stream.avail_out == 0);
+    }
+    result.sha256 = hash.result().toHex();
+    return result;
 }
 
 ZipWriter::ZipWriter(const QString& path)
-    : m_path(path)
-    , m_archive(archive_write_new()) {
-    check(archive_write_set_format_zip(m_archive.get()));
-    check(archive_write_set_options(m_archive.get(), "zip:compression=deflate,zip:compression-level=6"));
-    check(archive_write_set_options(m_archive.get(), "zip:hdrcharset=UTF-8"));
-    check(archive_write_open_filename(m_archive.get(), QFile::encodeName(path).constData()));
+    : m_file(path) {
+    if (!m_file.open(QIODevice::WriteOnly))
+        throw Failure("write", m_file);
 }
 
 void ZipWriter::addData(const QString& name, const QByteArray& data) {
-    check(archive_write_header(m_archive.get(), makeEntry(name, AE_IFREG, data.size()).get()));
-    write(data.constData(), data.size());
-}
-
-void ZipWriter::addFile(const QString& name, const QString& path, std::optional<qint64> flippedByte) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        throw Failure(QStringLiteral("cannot read %1: %2").arg(path, file.errorString()));
-    const Entry entry = makeEntry(name, AE_IFREG, file.size());
-    archive_entry_set_mtime(entry.get(), QFileInfo(file).lastModified().toSecsSinceEpoch(), 0);
-    check(archive_write_header(m_archive.get(), entry.get()));
-
-    std::array<char, 262144> buffer{};
-    qint64 position = 0;
-    while (position < file.size()) {
-        const qint64 count = file.read(buffer.data(), buffer.size());
-        if (count <= 0)
-            throw Failure(QStringLiteral("cannot read %1: %2").arg(path, file.errorString()));
-        if (flippedByte && *flippedByte >= position && *flippedByte < position + count) {
-            char& byte = buffer.at(static_cast<std::size_t>(*flippedByte - position));
-            byte = static_cast<char>(~byte);
-        }
-        write(buffer.data(), count);
-        position += count;
-    }
+    addStored(name, data, S_IFREG | 0644);
 }
 
 void ZipWriter::addSymlink(const QString& name, const QString& target) {
-    const Entry entry = makeEntry(name, AE_IFLNK, 0);
-    archive_entry_set_symlink_utf8(entry.get(), target.toUtf8().constData());
-    check(archive_write_header(m_archive.get(), entry.get()));
+    addStored(name, target.toUtf8(), S_IFLNK | 0777);
 }
 
-void ZipWriter::close() {
-    check(archive_write_close(m_archive.get()));
+void ZipWriter::addFile(const QString& name, const QString& path) {
+    QFile file(path);
+    QBuffer packed;
+    if (!file.open(QIODevice::ReadOnly) || !packed.open(QIODevice::ReadWrite))
+        throw Failure("read", file);
+    const Compressed content = compress(file, packed);
+    packed.seek(0);
+    addCompressed(name, content, packed);
 }
 
-void ZipWriter::check(int result) const {
-    // A warning, such as a name that can't be written as it is, would make a package that nobody can use.
-    if (result < ARCHIVE_OK)
-        throw Failure(QStringLiteral("cannot write %1: %2")
-                          .arg(m_path, QString::fromLocal8Bit(archive_error_string(m_archive.get()))));
+void ZipWriter::addCompressed(const QString& name, const Compressed& content, QIODevice& packed) {
+    addHeaders(name, Z_DEFLATED, content, S_IFREG | 0644);
+    for (qint64 left = content.packedSize; left > 0;) {
+        const QByteArray piece = packed.read(std::min(left, pieceSize));
+        if (piece.isEmpty())
+            throw Failure(QStringLiteral("cannot read %1: %2").arg(name, packed.errorString()));
+        write(piece);
+        left -= piece.size();
+    }
 }
 
-void ZipWriter::write(const char* data, qint64 size) {
-    if (archive_write_data(m_archive.get(), data, static_cast<std::size_t>(size)) != size)
-        check(ARCHIVE_FATAL);
+void ZipWriter::addStored(const QString& name, const QByteArray& data, quint16 mode) {
+    const auto* bytes = reinterpret_cast<const Bytef*>(data.constData());
+    const auto crc = quint32(crc32(0, bytes, uInt(data.size())));
+    addHeaders(name, 0, {crc, data.size(), data.size(), {}}, mode);
+    write(data);
+}
+
+void ZipWriter::addHeaders(const QString& name, quint16 method, const Compressed& content, quint16 mode) {
+    constexpr quint16 version = 20;
+    constexpr quint16 unixVersion = 0x314; // says that the mode is a Unix one
+    constexpr quint16 namesAreUtf8 = 0x800;
+    constexpr quint32 midnightOf1980 = 0x210000;
+    constexpr quint16 none = 0;
+    if (std::max(content.size, m_size + content.packedSize) > std::numeric_limits<quint32>::max())
+        throw Failure(QStringLiteral("%1 is too big for a zip").arg(name));
+    const QByteArray utf8 = name.toUtf8();
+    const QByteArray common =
+        fields(version, namesAreUtf8, method, midnightOf1980, content.crc, quint32(content.packedSize),
+               quint32(content.size), quint16(utf8.size()), none);
+    m_directory += fields(quint32(0x02014b50), unixVersion) + common +
+                   fields(none, none, none, quint32(mode) << 16, quint32(m_size)) + utf8;
+    ++m_count;
+    write(fields(quint32(0x04034b50)) + common + utf8);
+}
+
+void ZipWriter::commit() {
+    const auto start = quint32(m_size);
+    constexpr quint16 disk = 0;
+    write(m_directory);
+    write(fields(quint32(0x06054b50), disk, disk, m_count, m_count, quint32(m_directory.size()), start,
+                 quint16(0)));
+    if (!m_file.commit())
+        throw Failure("write", m_file);
+}
+
+void ZipWriter::write(const QByteArray& data) {
+    if (m_file.write(data) != data.size())
+        throw Failure("write", m_file);
+    m_hash.addData(data);
+    m_size += data.size();
 }
 
 } // namespace tessaly::server

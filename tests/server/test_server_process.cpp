@@ -31,25 +31,25 @@ QString announcedUrl(QProcess& process) {
                                            : QString();
 }
 
-/// Some of the installed dictionaries in a folder of their own.
+/// Some of the installed dictionaries in a directory of their own.
 struct Dictd {
     explicit Dictd(const QStringList& codes) {
         for (const QString& code : codes)
             add(code);
     }
     void add(const QString& code) const {
-        for (const char* const ending : {"index", "dict.dz"})
-            QFile::copy(u"/usr/share/dictd/"_qs + name(code, ending), path(code, ending));
+        for (const char* const suffix : {"index", "dict.dz"})
+            QFile::copy(u"/usr/share/dictd/"_qs + name(code, suffix), path(code, suffix));
     }
-    static QString name(const QString& code, const char* ending) {
-        return u"freedict-%1.%2"_qs.arg(code, QString::fromLatin1(ending));
+    static QString name(const QString& code, const char* suffix) {
+        return u"freedict-%1.%2"_qs.arg(code, QString::fromLatin1(suffix));
     }
-    QString path(const QString& code, const char* ending) const {
-        return folder.filePath(name(code, ending));
+    QString path(const QString& code, const char* suffix) const {
+        return directory.filePath(name(code, suffix));
     }
 
-    QTemporaryDir folder;
-    QStringList options{u"--dictd"_qs, folder.path()};
+    QTemporaryDir directory;
+    QStringList options{u"--dictd"_qs, directory.path()};
 };
 
 } // namespace
@@ -109,11 +109,8 @@ private Q_SLOTS:
     void damagedDictionaryIsLeftOut() {
         const Dictd dictd({u"ces-eng"_qs, u"srp-eng"_qs});
         QVERIFY(QFile::resize(dictd.path(u"ces-eng"_qs, "dict.dz"), 4000));
-        for (int i = 0; i < 2; ++i) { // read, and remembered
-            m_server.start(dictd.options);
-            QCOMPARE(numbers(m_server).keys().join(u' '), u"Serbian-English.tsdict"_qs);
-            m_server.stop();
-        }
+        m_server.start(dictd.options);
+        QCOMPARE(numbers(m_server).keys().join(u' '), u"Serbian-English.tsdict"_qs);
     }
 
     void takenPort() {
@@ -138,16 +135,20 @@ private Q_SLOTS:
                 wrong);
     }
 
-    void oneServerPerFolder() {
+    void survivesBeingKilled() {
+        const Dictd dictd({u"ces-eng"_qs, u"eng-spa"_qs});
+        const QString kept = m_server.statePath(u"converted"_qs);
         const QStringList arguments{u"--state"_qs, m_server.statePath(), u"--exit-with-parent"_qs};
         QProcess first;
-        first.start(program, arguments);
-        const QString address = announcedUrl(first);
-        QCOMPARE(failedStart(arguments), 1);
+        first.start(program, arguments + dictd.options);
+        const QString url = announcedUrl(first);
+        QCOMPARE(failedStart(arguments), 1); // one server per directory
         first.kill();
         first.waitForFinished();
-        m_server.start(); // it doesn't lock its successor out
-        QCOMPARE(m_server.url(), address);
+        m_server.start(dictd.options); // it doesn't lock its successor out
+        QCOMPARE(m_server.url(), url);
+        QCOMPARE(m_server.package(u"1,2"_qs).status, 200);
+        QTRY_COMPARE(QDir(kept).entryList(QDir::Files).size(), 2);
     }
 
     void endsInTheMiddleOfABuild() {
@@ -160,8 +161,8 @@ private Q_SLOTS:
         clock.start();
         m_server.stop();
         QVERIFY(clock.elapsed() < 5000);
-        for (const QString& folder : {u"converted"_qs, u"packages"_qs})
-            QVERIFY(QDir(m_server.statePath(folder)).entryList({u"*.part"_qs}).isEmpty());
+        for (const QString& directory : {u"converted"_qs, u"packages"_qs})
+            QVERIFY(QDir(m_server.statePath(directory)).entryList({u"*.part"_qs}).isEmpty());
     }
 
     void endsWithItsParent() {

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "catalogue/catalogue.h"
+
+#include <QSet>
+
+#include <condition_variable>
+#include <mutex>
+#include <stop_token>
+
+namespace tessaly::server {
+
+/// The converted dictionaries, kept in a directory from run to run. For any thread.
+class DictionaryStore {
+public:
+    /// Makes the directory (throws Failure) and clears it of what no longer belongs to one of `records`.
+    DictionaryStore(const QString& directory, const QList<DictionaryRecord>& records);
+
+    /// Converts those of the dictionaries that aren't yet, and waits for those that another thread is at.
+    /// Throws Failure, also when asked to stop.
+    void require(QList<DictionaryRecord> records, const std::stop_token& stop);
+    /// Where the conversion is kept.
+    QString path(const DictionaryRecord& record) const;
+
+private:
+    /// False, at once, if another thread is at it.
+    bool convert(const DictionaryRecord& record, const std::stop_token& stop);
+
+    const QString m_directory;
+    std::mutex m_mutex;
+    std::condition_variable_any m_hasFinished;
+    QSet<QString> m_underWay; ///< paths
+};
+
+} // namespace tessaly::server
