@@ -5,7 +5,8 @@
 
 namespace tessaly::server {
 
-/// A client's connection, which counts the requests that wait for their responses.
+/// A client's connection, which takes no request over 64 KiB, headers and all, where QHttpServer would keep
+/// any in memory: the client gets status 413 and the connection is closed.
 class Connection : public QTcpSocket {
     Q_OBJECT
 
@@ -17,7 +18,10 @@ public:
     void endResponse() { --m_waiting; }
 
 private:
-    int m_waiting = 0; ///< requests that are not answered yet
+    void measure();
+
+    qint64 m_received = 0; ///< since the last whole request
+    int m_waiting = 0;     ///< requests that are not answered yet
 };
 
 /// Accepts such connections.

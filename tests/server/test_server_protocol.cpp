@@ -243,6 +243,20 @@ private Q_SLOTS:
         QVERIFY(rest.startsWith("HTTP/1.1 200") && rest.indexOf("HTTP/1.1 404") > 1000);
     }
 
+    void largeRequests_data() {
+        QTest::addColumn<QByteArray>("start");
+        QTest::newRow("URL") << QByteArray("GET /");
+        QTest::newRow("header") << QByteArray("GET / HTTP/1.1\r\nX: ");
+        QTest::newRow("body") << QByteArray("POST /control HTTP/1.1\r\nContent-Length: 900000000\r\n\r\n");
+        QTest::newRow("chunk") << QByteArray(
+            "POST / HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\nfffffff\r\n");
+    }
+    void largeRequests() {
+        QCOMPARE(m_server.get(u"/"_qs, {{"X", QByteArray(60000, 'x')}}).status, 404);
+        QFETCH(QByteArray, start);
+        QVERIFY(exchange(start + QByteArray(65536, 'x')).startsWith("HTTP/1.1 413 "));
+    }
+
 private:
     void checkDictionary(const QByteArray& content) const {
         const QTemporaryDir directory;
