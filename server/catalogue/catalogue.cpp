@@ -10,6 +10,7 @@
 #include <QDebug>
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
 #include <QImage>
 #include <QPainter>
 #include <QRegularExpression>
@@ -157,12 +158,14 @@ Catalogue::Catalogue(const QString& directory, ServerState& state, const QString
     }
     // A dictionary has to be read whole to know that it is sound.
     QSet<QString> takenNames;
+    QHash<QString, QSet<QString>> takenCategories;
     for (DictionaryRecord& record : QtConcurrent::blockingMapped(paths, readRecord)) {
         if (record.name.isEmpty())
             continue;
         const QString code = codeOf(record.indexPath);
         record.file = uniqueFileName(record.name, code, takenNames);
-        record.category = QStringLiteral("General");
+        record.category =
+            uniqueCategory(record.name, code, takenCategories[record.languageFrom + record.languageTo]);
         record.id = state.recordNumber(record.file);
         record.thumbnail = QStringLiteral("%1/v1/dictionaries/%2/cover.png").arg(url).arg(record.id);
         m_records << record;

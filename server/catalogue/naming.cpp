@@ -35,7 +35,9 @@ bool isNamedLanguage(const QString& code) {
 }
 
 QString readableName(const QString& title) {
-    static const QRegularExpression unfit(QStringLiteral("[/\\\\:*?\"<>|\\p{C}]"));
+    // Characters of the last kind take no room, and most turn the reading direction or join letters.
+    static const QRegularExpression unfit(
+        QStringLiteral("[/\\\\:*?\"<>|\\p{C}\\p{Default_Ignorable_Code_Point}]"));
     static const QRegularExpression spacedDash(QStringLiteral("\\s+-\\s+"));
     QString name = title.normalized(QString::NormalizationForm_C);
     name.replace(sourceName, QString()).replace(unfit, QStringLiteral(" "));
@@ -55,6 +57,15 @@ QString uniqueFileName(const QString& title, const QString& code, QSet<QString>&
         name += QStringLiteral(" (%1)").arg(code);
     taken.insert(name.toCaseFolded());
     return name + QStringLiteral(".tsdict");
+}
+
+QString uniqueCategory(const QString& title, const QString& code, QSet<QString>& taken) {
+    const QRegularExpressionMatch match = sourceName.match(title);
+    QString category = match.hasMatch() ? match.captured(1) : title;
+    if (taken.contains(category))
+        category += u' ' + code;
+    taken.insert(category);
+    return category;
 }
 
 } // namespace tessaly::server

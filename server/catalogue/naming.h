@@ -20,4 +20,8 @@ QString readableName(const QString& title);
 /// put. `code` tells apart dictionaries of the same title.
 QString uniqueFileName(const QString& title, const QString& code, QSet<QString>& taken);
 
+/// What tells the dictionary from others of the same two languages, whose categories are in `taken`: the
+/// source that its title names ("FreeDict"), else the title; with `code` where that isn't enough.
+QString uniqueCategory(const QString& title, const QString& code, QSet<QString>& taken);
+
 } // namespace tessaly::server

@@ -106,15 +106,20 @@ private Q_SLOTS:
 
     void names() {
         QSet<QString> taken;
+        QSet<QString> takenCategories;
         const std::tuple<QString, QString, QString> rows[] = {
             {u"Serbian - English FreeDict Dictionary"_qs, u"Serbian-English"_qs, u"FreeDict"_qs},
             {u"ελληνικά-Русский FreeDict+WikDict dictionary"_qs, u"ελληνικά-Русский"_qs,
              u"FreeDict+WikDict"_qs},
             {u"SERBIAN-english"_qs, u"SERBIAN-english (abc-def)"_qs, u"SERBIAN-english"_qs},
             {u"../../etc/pass\twd\x01"_qs, u"etc pass wd"_qs, u"../../etc/pass\twd\x01"_qs},
-            {u"FreeDict"_qs, u"abc-def"_qs, u"FreeDict abc-def"_qs}};
+            {u"FreeDict"_qs, u"abc-def"_qs, u"FreeDict abc-def"_qs},
+            // Turned around, of no width, an invisible letter, a filler, a selector.
+            {u"a\u202eb\u2066c\u200dd\u00ade\u3164f\u115fg\ufe0fh\ufeffi"_qs, u"a b c d e f g h i"_qs, {}}};
         for (const auto& [title, file, category] : rows) {
             QCOMPARE(uniqueFileName(title, u"abc-def"_qs, taken), file + u".tsdict"_qs);
+            if (!category.isEmpty())
+                QCOMPARE(uniqueCategory(title, u"abc-def"_qs, takenCategories), category);
         }
         QVERIFY(uniqueFileName(u"длинно "_qs.repeated(90), {}, taken).toUtf8().size() <= 140);
     }

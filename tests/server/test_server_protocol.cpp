@@ -273,7 +273,7 @@ private:
                                          {u"version"_qs, u"203"_qs},
                                          {u"language_from"_qs, u"cs"_qs},
                                          {u"description"_qs, czech[u"description"].toString()},
-                                         {u"category"_qs, u"General"_qs},
+                                         {u"category"_qs, u"FreeDict"_qs},
                                          {u"provider"_qs, czech[u"provider"].toString()},
                                          {u"publish_date"_qs, czech[u"publish_date"].toString()},
                                          {u"set"_qs, czech[u"set"].toString()},
