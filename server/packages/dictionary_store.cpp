@@ -3,10 +3,13 @@
 #include "packages/dictionary_converter.h"
 #include "support/files.h"
 
+#include <QDebug>
 #include <QFile>
 #include <QScopeGuard>
 
 #include <algorithm>
+#include <sys/resource.h>
+#include <unistd.h>
 
 namespace tessaly::server {
 
@@ -36,6 +39,24 @@ void DictionaryStore::require(QList<DictionaryRecord> records, const std::stop_t
         if (stop.stop_requested())
             throw Failure(QStringLiteral("stopped"));
     }
+}
+
+void DictionaryStore::convertAhead(QList<DictionaryRecord> records) {
+    std::sort(records.begin(), records.end(),
+              [](const DictionaryRecord& a, const DictionaryRecord& b) { return a.size > b.size; });
+    m_ahead = std::jthread([this, records](const std::stop_token& stop) {
+        constexpr int lowest = 19;
+        setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), lowest);
+        for (const DictionaryRecord& record : records) {
+            try {
+                convert(record, stop);
+            } catch (const Failure& failure) {
+                if (stop.stop_requested())
+                    return;
+                qWarning().noquote() << record.file << "is not converted:" << failure.message();
+            }
+        }
+    });
 }
 
 bool DictionaryStore::convert(const DictionaryRecord& record, const std::stop_token& stop) {

@@ -7,6 +7,7 @@
 #include <condition_variable>
 #include <mutex>
 #include <stop_token>
+#include <thread>
 
 namespace tessaly::server {
 
@@ -22,6 +23,10 @@ public:
     /// Where the conversion is kept.
     QString path(const DictionaryRecord& record) const;
 
+    /// Converts all of them, the largest first, on a thread of its own that leaves the processor to whoever
+    /// else wants it. It never holds up require() for longer than the dictionary that it is at.
+    void convertAhead(QList<DictionaryRecord> records);
+
 private:
     /// False, at once, if another thread is at it.
     bool convert(const DictionaryRecord& record, const std::stop_token& stop);
@@ -30,6 +35,7 @@ private:
     std::mutex m_mutex;
     std::condition_variable_any m_hasFinished;
     QSet<QString> m_underWay; ///< paths
+    std::jthread m_ahead;     ///< last, so that it ends first
 };
 
 } // namespace tessaly::server

@@ -44,6 +44,8 @@ Service::Service(const Options& options, ServerState& state, QTcpServer* listene
             ->send(Response::error(404, QStringLiteral("there is nothing at this URL")));
     });
     http.bind(listener);
+    if (options.convertAhead)
+        dictionaries.convertAhead(catalogue.records());
 }
 
 void Service::route(QLatin1String kind, Methods methods, const QString& path, Handler handler) {

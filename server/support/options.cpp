@@ -28,13 +28,15 @@ Options parseOptions() {
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Serves dictionaries to readers' devices on 127.0.0.1."));
     const QCommandLineOption help = parser.addHelpOption();
-    parser.addOptions({option("state", "Directory that keeps numbers, port and caches (required).", "DIR"),
-                       option("port", "Port to listen on; 0: the remembered or a free one.", "N", "0"),
-                       option("dictd", "Directory of the dictd dictionaries.", "DIR", "/usr/share/dictd"),
-                       option("hunspell", "Directory of the Hunspell data.", "DIR", "/usr/share/hunspell"),
-                       option("all-languages", "Offer languages too that devices have no name for."),
-                       option("control", "Enable the test switches at /control."),
-                       option("exit-with-parent", "End when the starting process ends.")});
+    parser.addOptions(
+        {option("state", "Directory that keeps numbers, port and caches (required).", "DIR"),
+         option("port", "Port to listen on; 0: the remembered or a free one.", "N", "0"),
+         option("dictd", "Directory of the dictd dictionaries.", "DIR", "/usr/share/dictd"),
+         option("hunspell", "Directory of the Hunspell data.", "DIR", "/usr/share/hunspell"),
+         option("all-languages", "Offer languages too that devices have no name for."),
+         option("convert-ahead", "Convert all dictionaries from the start on, in the background."),
+         option("control", "Enable the test switches at /control."),
+         option("exit-with-parent", "End when the starting process ends.")});
     refuseUnless(parser.parse(QCoreApplication::arguments()), parser.errorText());
     if (parser.isSet(help))
         parser.showHelp();
@@ -48,6 +50,7 @@ Options parseOptions() {
     options.dictdDirectory = value("dictd");
     options.hunspellDirectory = value("hunspell");
     options.allLanguages = isSet("all-languages");
+    options.convertAhead = isSet("convert-ahead");
     options.control = isSet("control");
     options.exitWithParent = isSet("exit-with-parent");
     refuseUnless(parser.positionalArguments().isEmpty(),

@@ -11,6 +11,7 @@ struct Options {
     QString dictdDirectory;
     QString hunspellDirectory;
     bool allLanguages = false;
+    bool convertAhead = false;
     bool control = false;
     bool exitWithParent = false;
 };
