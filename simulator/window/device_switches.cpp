@@ -117,7 +117,7 @@ void DeviceSwitches::setServerUp(bool up) {
         return;
     try {
         if (up) {
-            m_device.startServer();
+            m_device.startServer(m_serverOptions);
             m_isServerUp = true;
             configureServer();
         } else {

@@ -59,6 +59,8 @@ public:
     [[nodiscard]] static bool isTouch();
     [[nodiscard]] bool isServerUp() const { return m_isServerUp; }
     void setServerUp(bool up);
+    /// For the starts from now on.
+    void setServerOptions(const QStringList& options) { m_serverOptions = options; }
     [[nodiscard]] bool isServerSlow() const { return m_isServerSlow; }
     void setServerSlow(bool slow);
     [[nodiscard]] QString note() const { return m_note; }
@@ -78,6 +80,7 @@ private:
     fixture::TestDevice& m_device;
     std::function<void()> m_cutPower;
     QFileSystemWatcher m_watcher;
+    QStringList m_serverOptions;
     bool m_isServerUp = false;
     bool m_isServerSlow = false;
     QString m_note;

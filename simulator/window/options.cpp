@@ -17,6 +17,7 @@ Shows a simulated device in a window, with the switches of what surrounds it.
   --profile NAME     kind of device: %1
   --language CODE    language of the interface: %2
   --screenshot FILE  save a picture of the screen as PNG, and end
+  --convert-ahead    have the server convert all dictionaries from its start on
   --quit-after MS    end after this many milliseconds
   --help             show this
 
@@ -61,10 +62,11 @@ Options parseOptions(const QStringList& arguments) {
     const QCommandLineOption language = option("language");
     const QCommandLineOption screenshot = option("screenshot");
     const QCommandLineOption quitAfter = option("quit-after");
+    const QCommandLineOption convertAhead(QStringLiteral("convert-ahead"));
     const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")});
 
     QCommandLineParser parser;
-    parser.addOptions({root, profile, language, screenshot, quitAfter, help});
+    parser.addOptions({root, profile, language, screenshot, quitAfter, convertAhead, help});
     Options options;
     const bool isUnderstood = parser.parse(arguments);
     if (parser.isSet(help)) {
@@ -75,6 +77,7 @@ Options parseOptions(const QStringList& arguments) {
     options.profile = parser.value(profile);
     options.language = parser.value(language);
     options.screenshot = parser.value(screenshot);
+    options.convertAhead = parser.isSet(convertAhead);
     bool isNumber = false;
     const int quitAfterMs = parser.value(quitAfter).toInt(&isNumber);
     options.quitAfterMs = isNumber ? quitAfterMs : -1;
@@ -87,7 +90,7 @@ Options parseOptions(const QStringList& arguments) {
             QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments().constFirst());
     } else {
         for (const QString& name : given) {
-            if (parser.value(name).isEmpty())
+            if (!convertAhead.names().contains(name) && parser.value(name).isEmpty())
                 options.error = QStringLiteral("--%1 needs a value").arg(name);
         }
         if (options.error.isEmpty())

@@ -46,6 +46,8 @@ int show(const Options& options, QGuiApplication& application) {
     device.keepLog();
     configure(options);
     DeviceSwitches switches(device, cutPower);
+    if (options.convertAhead)
+        switches.setServerOptions({QStringLiteral("--convert-ahead")});
     switches.setServerUp(true);
 
     QQmlApplicationEngine engine;
