@@ -28,7 +28,10 @@ class ListChangesTest : public QObject {
         m_list->install(u"b"_qs, languages("fr", "it"));
         m_list->install(u"a"_qs, languages("xx", "de"));
         m_list->install(u"1"_qs);
-        m_list->catalogue({makeRecord(3), makeRecord(2, "it", "ru"), makeRecord(1, "zz", "de")});
+        std::vector<dictionary::DictionaryInfo> records{makeRecord(3), makeRecord(2, "it", "ru"),
+                                                        makeRecord(1, "zz", "de")};
+        records[1].name = "Two"; // in the catalogue; the reader knows it by its file
+        m_list->catalogue(records);
     }
     void remove(int row) {
         try {
@@ -82,6 +85,7 @@ private Q_SLOTS:
         });
         m_script.add("refresh", [this](const QString&) { m_list->model.refreshData(); });
         m_script.add("choose", [this](const QString& row) { m_list->model.chooseDictionary(row.toInt()); });
+        m_script.add("offer", [this](const QString&) { m_list->model.setIsDictsAvailForDownload(true); });
         m_script.add("mark", [this](const QString& row) { m_list->model.toggleSelected(row.toInt()); });
         m_script.add("delete", [this](const QString& row) { remove(row.toInt()); });
         m_script.add("offline", [this](const QString&) { m_list->device.setOnline(false); });
@@ -108,13 +112,15 @@ private Q_SLOTS:
         };
         row("catalogue | refresh", "[ showEmptyScreen() ]", "", "");
         // Catalogued ones first, described by the catalogue, in its order; unknown languages: the title.
-        const auto all = "2: Italian → Russian, 1, a, b: French → Italian";
+        const auto all = "Two: Italian → Russian, 1, a, b: French → Italian";
         row("mixed; current b | refresh",
             "[ ] title(French → Italian) chosen(3) modelRefreshed() title(French → Italian)", all, "b");
         row("mixed; current b; refresh | refresh", "[ ] modelRefreshed() title(French → Italian)", all, "b");
-        row("mixed; current 3 | refresh", "[ ]", all, "3");
+        row("mixed; current 2 | refresh",
+            "[ ] title(Italian → Russian) chosen(0) modelRefreshed() title(Italian → Russian)", all, "2");
+        row("mixed; current 3; offer | refresh", "[ setIsDictsAvailForDownloadChanged(false) ]", all, "3");
         row("mixed; current b; refresh; remove b | refresh", "[ ] title() chosen(-1)",
-            "2: Italian → Russian, 1, a", "b");
+            "Two: Italian → Russian, 1, a", "b");
         const auto noMetadata = "Failed to open dictionary to get metadata: ";
         row("damage x; current x | refresh", "[ ] title(x) chosen(0) modelRefreshed() title(x)", "x", "x",
             noMetadata);
@@ -135,6 +141,10 @@ private Q_SLOTS:
             "title(B) chosen(1) dictonaryChoosed(false) [ ] chosen(0) modelRefreshed() title(B) "
             "dictionaryDeleted(English, Other (small), 0)",
             "B, C", "B", "is_ok is: [1]");
+        row("abc; choose 2 | delete 2",
+            "title(A) chosen(0) dictonaryChoosed(false) [ ] modelRefreshed() title(A) "
+            "dictionaryDeleted(English, Other (small), 2)",
+            "A, B", "A", "is_ok is: [1]");
         row("abc | delete 1", "[ ] modelRefreshed() title(A) dictionaryDeleted(English, Other (small), 1)",
             "A, C", "A");
         row("abc; delete 2; delete 1 | delete 0",
@@ -196,6 +206,10 @@ private Q_SLOTS:
         };
         for (int row = 1; row < m_list->model.getCount(); ++row)
             QVERIFY2(names(row - 1) <= names(row), qPrintable(names(row)));
+        m_list->model.toggleSelected(0);
+        m_list->model.toDownloadMode();
+        QTRY_COMPARE(m_list->model.selectedCount(), 0); // marks are gone with the list
+        m_list->story();
         m_list->model.refreshData();
         QCOMPARE(m_list->story(), u"[ downloadMode(false) showEmptyScreen() ]"_qs);
     }
@@ -225,12 +239,15 @@ private Q_SLOTS:
 
     void waitsForTheRefreshThatAsks() {
         startServer();
-        m_list->install(u"a"_qs);
-        connect(
-            &m_list->model, &QAbstractItemModel::modelReset, this, [this] { m_list->model.toDownloadMode(); },
-            Qt::SingleShotConnection);
+        const auto ask = [this] {
+            m_list->model.toDownloadMode();
+            QTest::qSleep(50); // time for a job, if there were one
+            QVERIFY(!m_list->model.isConnectingToNet());
+            QCOMPARE(vellum::activeSleepPreventors(), 1);
+        };
+        connect(&m_list->model, &QAbstractItemModel::modelAboutToBeReset, this, ask,
+                Qt::SingleShotConnection);
         m_list->model.refreshData();
-        QVERIFY(!m_list->model.isConnectingToNet());
         QTRY_VERIFY(m_list->model.isDownloadMode());
     }
 };

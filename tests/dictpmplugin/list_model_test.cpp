@@ -57,9 +57,11 @@ private Q_SLOTS:
             {"category", "getCategory", u"small"_qs, QString()},
         };
         QCOMPARE(m_list->model.roleNames().size(), qsizetype(std::size(roles)));
+        const QModelIndex fullIndex = m_list->model.index(1);
+        int role = Qt::DisplayRole;
         for (const auto& [name, getter, full, bare] : roles) {
-            const int role = m_list->model.roleNames().key(name, -1);
-            QCOMPARE(m_list->model.index(1).data(role), full);
+            QCOMPARE(m_list->model.roleNames()[role], QByteArray(name));
+            QCOMPARE(fullIndex.data(role), full);
             QCOMPARE(m_list->model.index(0).data(role), bare);
             const int signature = m_list->model.metaObject()->indexOfMethod(QByteArray(getter) + "(int)");
             const QMetaMethod method = m_list->model.metaObject()->method(signature);
@@ -71,9 +73,24 @@ private Q_SLOTS:
                                                   Q_ARG(int, row)));
                 QVERIFY2(!*getter || result == wanted, getter);
             }
+            role = std::max(role, int(Qt::UserRole)) + 1;
         }
+        QVERIFY(!fullIndex.data(Qt::UserRole).isValid() && !fullIndex.data(role).isValid());
         QVERIFY(m_list->model.getHasDescription(1) == true && m_list->model.getHasDescription(2) == false);
         QCOMPARE(m_list->model.getPublishDate(1), u"2020-02-29"_qs);
+        QVERIFY(QFile::remove(m_list->fileOf(u"full"_qs)));
+        m_list->model.refreshData();
+        QVERIFY(!m_list->model.data(fullIndex).isValid()); // no row of this number any more
+    }
+
+    void small() {
+        const auto* const explorer = m_list->model.morphExplorer();
+        QVERIFY(explorer->parent() == &m_list->model && explorer == m_list->model.morphExplorer());
+        m_list->model.reset();
+        QCOMPARE(m_list->story(), u"[ ]"_qs);
+        QCOMPARE(m_list->watch.lines(u"IN stopConnecting"_qs).size(), 0);
+        m_list->model.close();
+        QCOMPARE(m_list->watch.lines(u"IN stopConnecting"_qs).size(), 1);
     }
 
     void deletesThatFileOnly() {
@@ -92,6 +109,13 @@ private Q_SLOTS:
             QCOMPARE(found, left);
             QVERIFY(QFile::exists(kept));
         }
+        const char* const folders[] = {"/ebrmain/dictionaries/", "/mnt/secure/dictionaries/",
+                                       "/mnt/ext1/system/dictionaries/", "/mnt/ext2/system/dictionaries/"};
+        for (const char* const folder : folders)
+            QVERIFY(QFile::copy(kept, m_list->device.path(folder) + u'x'));
+        dictionary::removeInstalledFile("x");
+        for (const char* const folder : folders)
+            QVERIFY2(!QFile::exists(m_list->device.path(folder) + u'x'), folder);
     }
 
     void marks() {
