@@ -118,6 +118,7 @@ class PackageDownloadTest : public QObject {
         m_script.add("set", [this](const QString& text) { set(text); });
         m_script.add("stop-server", [this](const QString&) { m_device.server().stop(); });
         m_script.add("offline", [this](const QString&) { m_device.setOnline(false); });
+        m_script.add("disconnected", [](const QString&) { vellum::state::setNetState(0); });
         m_script.add("space", [](const QString& bytes) { vellum::state::setSecureFreeBytes(bytes.toInt()); });
 
         m_script.add("no-installer", [this](const QString&) { QFile::remove(m_device.path(installer)); });
@@ -179,6 +180,15 @@ private Q_SLOTS:
         QCOMPARE(unexpected, QString());
     }
 
+    /// Before any other, since the animation plays once in the life of the process.
+    void waits() {
+        for (int call = 0; call < 40; ++call) {
+            controller().setSyncState(call < 14 ? 1 : 2);
+            controller().handleWaitingDownloadProgress();
+        }
+        QCOMPARE(m_progress, QList<int>({1, 2, 3, 4, 5, 7, 8, 9, 10}));
+    }
+
     void ends_data() {
         QTest::addColumn<QString>("told"); // the row's name is the script
         QTest::addColumn<QString>("logged");
@@ -193,6 +203,7 @@ private Q_SLOTS:
         row("start", installed);
         row("set package_build_ms 1000; start", installed);
 
+        row("disconnected; start", installed);
         row("unmark; start", u"1 error(1) 5"_qs);
         row("set package_request wait; start", u"1 error(2) 5"_qs);
         row("set package_request malformed; start", u"1 error(3) 5"_qs);
@@ -211,6 +222,7 @@ private Q_SLOTS:
         failing("stand-in 0.1 -7; start", -7);
         failing("old-success; stand-in 0.3; start", -1);
         failing("stand-in 60 -1 40; start; until 4; kill", -1);
+        row("stand-in 0.5 0; start; until 4; stop-server; until 8", installed); // without a report
         row("stand-in 60 0 100; start", installed); // one that says it is done and doesn't end
 
         // While the installer of a host that was killed is at work; for too long in the end.
@@ -220,6 +232,7 @@ private Q_SLOTS:
         row("set delay_ms 300; start; wait 50; cancel", u"1 6"_qs);
         row("set package_state wait; start; asleep; cancel", u"1 2 6"_qs);
         row("set bytes_per_second 4000; start; loading; wait 50; cancel", u"1 2 3 6"_qs);
+        row("set bytes_per_second 4000; start; loading; set reset; start", u"1 2 3 "_qs + installed);
         row("start; block; cancel", u"1 6 2 3"_qs); // what the worker had told arrives late
         row("stand-in 0.3 0; start; until 4; cancel; until 8", u"1 2 3 4 6 8 syncFinished(true)"_qs);
         // While the old worker sleeps, and while the old package is still being installed.
@@ -252,8 +265,10 @@ private Q_SLOTS:
         QCOMPARE(filesIn(tests::dictionaryFolder).size(), isInstalled ? 2 : 0);
         // What a run left to its installer is reported, too.
         const auto reports = told.count(u'8') + script.count(u"stand-in 0.6 0;"_qs);
-        if (reports > 0)
+        if (reports > 0 && !script.contains(u"stop-server"))
             QCOMPARE(m_device.server().status()[u"reported"].toArray().size(), reports);
+        if (script.contains(u"reset; again"_qs)) // for the package that was asked for before
+            QVERIFY(!m_device.server().status()[u"requests"].toObject().contains(u"package_request"));
         if (told == u"1 2 error(2) 5") {
             QCOMPARE(vellum::clock::takeSleeps(),
                      std::vector<int>({2000, 2000, 2000, 2000, 2000, 5000, 5000, 5000, 5000, 5000}));
@@ -266,25 +281,30 @@ private Q_SLOTS:
     void showsProgress() {
         m_watch->allow(u"Error installing dictionaries"_qs);
         m_script.run(
-            u"stand-in 0.1 -7; start; until 7; acts 0.5 0; real-time; set bytes_per_second 30000"_qs);
+            u"stand-in 0.1 -7; start; until 7; acts 0.5 0 60; real-time; set bytes_per_second 30000"_qs);
         QVERIFY(controller().progress() >= 90 && controller().isInstalling());
         m_signals->take();
         m_progress.clear();
         controller().downloadPackageProcess();
         QVERIFY(controller().progress() == 0 && !controller().isInstalling());
+        controller().handleDownloadProgress();
+        QCOMPARE(controller().progress(), 10);
         QTRY_COMPARE_WITH_TIMEOUT(controller().syncState(), 4, 20000);
         QVERIFY(controller().isInstalling());
         QElapsedTimer sinceStart;
         sinceStart.start();
         QTRY_COMPARE(controller().syncState(), 8);
         QVERIFY(sinceStart.elapsed() >= 1150); // it is looked at after 200 ms, and 1000 later
-        QCOMPARE(m_signals->take().filter(u"isInstalling"_qs).join(u' '),
-                 u"isInstallingChanged(false) isInstallingChanged(true) isInstallingChanged(false)"_qs);
+        const QString told = m_signals->take().join(u' ');
+        QCOMPARE(told.mid(told.indexOf(u"progressChanged(93)")),
+                 u"progressChanged(93) progressChanged(95) isInstallingChanged(false) progressChanged(98) "
+                 "syncStateChanged(8) progressChanged(100) syncFinished(true) progressChanged(0)"_qs);
         QCOMPARE(m_progress.takeLast(), 0);
         QVERIFY(std::is_sorted(m_progress.begin(), m_progress.end()));
         QVERIFY(std::any_of(m_progress.begin(), m_progress.end(),
                             [](int value) { return 10 < value && value < 90; }));
-        QCOMPARE(m_progress.mid(m_progress.size() - 4), QList<int>({90, 95, 98, 100}));
+        controller().handleDownloadProgress(); // of the whole package
+        QCOMPARE(controller().progress(), 90);
     }
 };
 
