@@ -1,10 +1,11 @@
 #include "morphology_transfers.h"
 
+#include "morphology_data.h"
 #include "morphology_transfer.h"
-#include "staged_language.h"
 
 #include <QCoreApplication>
-#include <QPointer>
+#include <QtCore/qapplicationstatic.h>
+#include <common_utilities/log_line.h>
 
 namespace tessaly::services {
 
@@ -12,46 +13,44 @@ namespace {
 
 constexpr int mostAtOnce = 4; // the others wait for their turn
 
-QPointer<MorphologyTransfers>& theTransfers() {
-    static QPointer<MorphologyTransfers> transfers;
-    return transfers;
-}
-
-void deleteTransfers() {
-    delete theTransfers();
-}
+Q_APPLICATION_STATIC(MorphologyTransfers, transfers)
 
 } // namespace
 
 MorphologyTransfers& MorphologyTransfers::instance() {
-    if (!theTransfers()) {
-        theTransfers() = new MorphologyTransfers;
-        qAddPostRoutine(deleteTransfers); // runs as the application object begins to go
-    }
-    return *theTransfers();
+    return *transfers;
 }
 
 MorphologyTransfers::MorphologyTransfers() {
     m_pool.setMaxThreadCount(mostAtOnce);
-    m_pool.start(StagedLanguage::clearLeftovers);
+    m_pool.start(clearLeftovers);
 }
 
 MorphologyTransfers::~MorphologyTransfers() {
-    const auto running = m_running.values();
-    for (MorphologyTransfer* const transfer : running)
+    const auto all = findChildren<MorphologyTransfer*>();
+    for (MorphologyTransfer* const transfer : all)
         transfer->abort();
     m_pool.waitForDone();
-    for (MorphologyTransfer* const transfer : running)
+    for (MorphologyTransfer* const transfer : all) // how the rest ended
         QCoreApplication::sendPostedEvents(transfer, QEvent::MetaCall);
 }
 
+MorphologyTransfer* MorphologyTransfers::running(const QString& url) const {
+    for (MorphologyTransfer* const transfer : findChildren<MorphologyTransfer*>()) {
+        if (transfer->isRunning() && transfer->url() == url)
+            return transfer;
+    }
+    return nullptr;
+}
+
 void MorphologyTransfers::start(const QString& url, const std::string& language, const QString& apiKey) {
-    auto* const transfer = new MorphologyTransfer(url, language, apiKey, this);
-    connect(transfer, &MorphologyTransfer::ended, this, [this, url] { m_running.remove(url); });
-    connect(transfer, &MorphologyTransfer::workerLeft, transfer, &QObject::deleteLater);
-    m_running.insert(url, transfer);
-    transfer->start(m_pool);
-    Q_EMIT started(transfer);
+    try {
+        auto* const transfer = new MorphologyTransfer(url, language, apiKey, this);
+        transfer->start(m_pool);
+        Q_EMIT started(transfer);
+    } catch (const std::exception& error) {
+        LogLine(log::cb::error) << "No morphology data from " << url << ": " << error.what();
+    }
 }
 
 } // namespace tessaly::services

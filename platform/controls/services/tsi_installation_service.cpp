@@ -1,30 +1,29 @@
 #include <services/tsi_installation_service.h>
 
-#include "morphology_address.h"
 #include "morphology_transfer.h"
 #include "morphology_transfers.h"
 
-#include <QMetaMethod>
-#include <base/log.h>
-#include <ostream>
+#include <QRegularExpression>
+#include <QUrl>
+#include <common_utilities/log_line.h>
+#include <optional>
 
 namespace tessaly::services {
 
 namespace {
 
-/// Objects made in QML return variants.
-QString askForKey(QObject* provider) {
-    if (!provider)
-        return {};
-    const QMetaObject* const type = provider->metaObject();
-    const QMetaMethod method = type->method(type->indexOfMethod("apiKey()"));
-    QString text;
-    QVariant variant;
-    if (method.returnMetaType() == QMetaType::fromType<QString>())
-        method.invoke(provider, Qt::DirectConnection, Q_RETURN_ARG(QString, text));
-    else if (method.returnMetaType() == QMetaType::fromType<QVariant>())
-        method.invoke(provider, Qt::DirectConnection, Q_RETURN_ARG(QVariant, variant));
-    return variant.isValid() ? variant.toString() : text;
+/// The language whose data are at this address: "pt_BR" for "http://HOST/.../pt_BR.zip". Fit to be a file
+/// name.
+std::optional<std::string> languageAt(const QString& url) {
+    static const QRegularExpression form(
+        QStringLiteral("\\A([a-z]{2,3}(?:_(?:[A-Z]{2}|[0-9]{3}))?)\\.zip\\z"));
+    const QUrl address(url, QUrl::StrictMode);
+    const bool isWeb =
+        address.scheme() == QLatin1String("http") || address.scheme() == QLatin1String("https");
+    const auto match = form.match(address.fileName(QUrl::FullyEncoded));
+    if (!address.isValid() || !isWeb || address.host().isEmpty() || !match.hasMatch())
+        return std::nullopt;
+    return match.captured(1).toStdString();
 }
 
 } // namespace
@@ -36,13 +35,6 @@ TsiInstallationService::TsiInstallationService(QObject* parent)
                 if (transfer->url() == m_url)
                     follow(transfer);
             });
-}
-
-void TsiInstallationService::setApiKeyProvider(QObject* provider) {
-    if (m_apiKeyProvider == provider)
-        return;
-    m_apiKeyProvider = provider;
-    Q_EMIT apiKeyProviderChanged();
 }
 
 void TsiInstallationService::setSummary(TsiInstallationSummary* summary) {
@@ -58,7 +50,7 @@ void TsiInstallationService::setUrl(const QString& url) {
     if (m_url == url)
         return;
     m_url = url;
-    follow(MorphologyTransfers::instance().find(url));
+    follow(MorphologyTransfers::instance().running(url));
     Q_EMIT urlChanged();
 }
 
@@ -73,15 +65,19 @@ bool TsiInstallationService::canAbort() const {
 void TsiInstallationService::install(const QString& url) {
     const auto language = languageAt(url);
     if (!language) {
-        log::cb::warn(__FILE__, __LINE__, __func__, [&](std::ostream& out) -> std::ostream& {
-            return out << "Not an address of morphology data: \"" << url.toStdString() << '"';
-        });
+        LogLine(log::cb::warn) << "Not an address of morphology data: \"" << url << '"';
         Q_EMIT finished(false);
         return;
     }
     setUrl(url);
+    if (m_transfer)
+        return;
+    QString key;
+    if (m_apiKeyProvider)
+        QMetaObject::invokeMethod(m_apiKeyProvider, "apiKey", Q_RETURN_ARG(QString, key));
+    MorphologyTransfers::instance().start(url, *language, key);
     if (!m_transfer)
-        MorphologyTransfers::instance().start(url, *language, askForKey(m_apiKeyProvider));
+        Q_EMIT finished(false);
 }
 
 void TsiInstallationService::abort() {
@@ -99,27 +95,13 @@ void TsiInstallationService::follow(MorphologyTransfer* transfer) {
         // Before this object: at `finished` the summary doesn't count the transfer any more.
         if (m_summary)
             m_summary->add(transfer);
-        connect(transfer, &MorphologyTransfer::progressChanged, this,
-                &TsiInstallationService::progressChanged);
-        connect(transfer, &MorphologyTransfer::canAbortChanged, this,
-                &TsiInstallationService::canAbortChanged);
-        connect(transfer, &MorphologyTransfer::ended, this, &TsiInstallationService::take);
+        connect(transfer, &MorphologyTransfer::changed, this, &TsiInstallationService::progressChanged);
+        connect(transfer, &MorphologyTransfer::changed, this, &TsiInstallationService::canAbortChanged);
+        connect(transfer, &MorphologyTransfer::ended, this, [this](bool success) {
+            follow(nullptr);
+            Q_EMIT finished(success);
+        });
     }
-    tellAll();
-}
-
-void TsiInstallationService::take(bool success, const QString& errorText) {
-    disconnect(m_transfer, nullptr, this, nullptr);
-    m_transfer = nullptr;
-    if (m_errorText != errorText) {
-        m_errorText = errorText;
-        Q_EMIT errorTextChanged();
-    }
-    tellAll();
-    Q_EMIT finished(success);
-}
-
-void TsiInstallationService::tellAll() {
     Q_EMIT runningChanged();
     Q_EMIT progressChanged();
     Q_EMIT canAbortChanged();

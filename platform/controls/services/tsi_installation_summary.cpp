@@ -6,10 +6,6 @@
 
 namespace tessaly::services {
 
-int TsiInstallationSummary::runningCount() const {
-    return int(m_running.size());
-}
-
 bool TsiInstallationSummary::canAbort() const {
     return std::all_of(m_running.begin(), m_running.end(),
                        [](const MorphologyTransfer* transfer) { return transfer->canAbort(); });
@@ -25,23 +21,13 @@ void TsiInstallationSummary::add(MorphologyTransfer* transfer) {
     if (!transfer->isRunning() || m_running.contains(transfer))
         return;
     m_running.append(transfer);
-    connect(transfer, &MorphologyTransfer::ended, this, [this, transfer] { remove(transfer); });
-    connect(transfer, &MorphologyTransfer::canAbortChanged, this, &TsiInstallationSummary::updateCanAbort);
+    connect(transfer, &MorphologyTransfer::changed, this, &TsiInstallationSummary::canAbortChanged);
+    connect(transfer, &MorphologyTransfer::ended, this, [this, transfer] {
+        m_running.removeOne(transfer);
+        Q_EMIT runningCountChanged();
+        Q_EMIT canAbortChanged();
+    });
     Q_EMIT runningCountChanged();
-    updateCanAbort();
-}
-
-void TsiInstallationSummary::remove(MorphologyTransfer* transfer) {
-    disconnect(transfer, nullptr, this, nullptr);
-    m_running.removeOne(transfer);
-    Q_EMIT runningCountChanged();
-    updateCanAbort();
-}
-
-void TsiInstallationSummary::updateCanAbort() {
-    if (m_toldCanAbort == canAbort())
-        return;
-    m_toldCanAbort = !m_toldCanAbort;
     Q_EMIT canAbortChanged();
 }
 

@@ -20,10 +20,9 @@ inline QByteArray noise(qsizetype size) {
 }
 
 /// An archive with these files, as a server would offer it.
-inline QByteArray archiveOf(const QList<PackageBuilder::Entry>& entries, quint32 bombSize = 0) {
+inline QByteArray archiveOf(const QList<PackageBuilder::Entry>& entries) {
     PackageBuilder builder;
     builder.entries = entries;
-    builder.bombSize = bombSize;
     builder.manifest = QByteArray();
     return builder.build();
 }
@@ -37,10 +36,11 @@ class MorphologyDevice : public fixture::TestDevice {
 public:
     MorphologyDevice() { setOnline(true); }
 
-    [[nodiscard]] QString folder() const { return path("/mnt/ext1/system/hunspell/"); }
-
-    void write(const QString& name, const QByteArray& content) const { writeFile(folder() + name, content); }
-    [[nodiscard]] QMap<QString, QByteArray> content() const { return folderContent(folder()); }
+    [[nodiscard]] QString directory() const { return path("/mnt/ext1/system/hunspell/"); }
+    void write(const QString& name, const QByteArray& content) const {
+        writeFile(directory() + name, content);
+    }
+    [[nodiscard]] QMap<QString, QByteArray> content() const { return folderContent(directory()); }
 };
 
 } // namespace tessaly::tests

@@ -1,37 +1,33 @@
-// Installs the morphology data of an address and says how it ended; as "quit" it leaves its event loop in the
-// middle of that, as "tidy" it only starts.
+// Installs the morphology data of an address and says how it ended. "quit" leaves the event loop in the
+// middle of that, "tidy" only starts.
 
 #include <services/tsi_installation_service.h>
 #include <vellum/clock.h>
 
 #include <QCoreApplication>
-#include <QTimer>
-#include <cstdio>
 
-using tessaly::services::TsiInstallationService;
-using tessaly::services::TsiInstallationSummary;
+using namespace tessaly::services;
 
 int main(int argc, char** argv) {
     TsiInstallationSummary summary; // outlives the application object
+    int status = 0;
     {
         QCoreApplication application(argc, argv);
-        const QStringList arguments = QCoreApplication::arguments();
+        const QString mode = QCoreApplication::arguments().value(1);
         TsiInstallationService service;
         service.setSummary(&summary);
         QObject::connect(&service, &TsiInstallationService::finished, &application,
                          [](bool success) { QCoreApplication::exit(success ? 0 : 1); });
-        if (arguments.value(1) == QLatin1String("tidy"))
-            return 0;
-        service.install(arguments.value(2));
-        if (arguments.value(1) == QLatin1String("quit")) {
-            QObject::connect(&service, &TsiInstallationService::progressChanged, &application, [] {
-                vellum::clock::wakeAll();
-                QCoreApplication::exit(2);
-            });
+        QObject::connect(&service, &TsiInstallationService::progressChanged, &application, [&] {
+            if (mode != QLatin1String("quit") || service.progress() == 0)
+                return;
+            vellum::clock::wakeAll();
+            QCoreApplication::exit(2);
+        });
+        if (mode != QLatin1String("tidy")) {
+            service.install(QCoreApplication::arguments().value(2));
+            status = QCoreApplication::exec();
         }
-        const int status = QCoreApplication::exec();
-        if (status != 2)
-            return status;
     }
-    return summary.runningCount() == 0 && summary.canAbort() ? 2 : 3;
+    return summary.runningCount() == 0 ? status : 3;
 }

@@ -1,92 +1,171 @@
-#include "transfer_fixture.h"
+#include "morphology_device.h"
 
-#include <dictionaries/morph_explorer.h>
+#include <dictionaries/morph_secret_provider.h>
+#include <services/tsi_installation_service.h>
+#include <tests/support/log_watch.h>
 #include <vellum/device_state.h>
+#include <vellum/sleep_prevention.h>
 
-#include <QQmlComponent>
-#include <QQmlEngine>
+#include <QSignalSpy>
+#include <QTest>
+#include <functional>
+#include <memory>
+#include <optional>
 
 using namespace tessaly;
+using fixture::Fault;
+using services::TsiInstallationService;
+using services::TsiInstallationSummary;
+using tests::archiveOf;
 using tests::CannedServer;
-using tests::TsiInstallationService;
-using tests::TsiInstallationSummary;
+using Entry = tests::PackageBuilder::Entry;
+using Kind = tests::PackageBuilder::Kind;
+using Spoil = std::function<void(CannedServer&)>;
 
-/// What a transfer is to those who watch it, from its start to its end.
-class MorphologyTransferTest : public tests::TransferFixture {
+Q_DECLARE_METATYPE(Spoil)
+
+/// Transfers from their start to their end, as those see them who watch.
+class MorphologyTransferTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void init() {
+        m_files.setFault({});
+        m_device.emplace();
+        m_log.emplace();
+        m_summary = std::make_unique<TsiInstallationSummary>();
+        m_service = newService();
+    }
+    void cleanup() {
+        QTRY_COMPARE(vellum::activeSleepPreventors(), 0); // no worker is left
+        QVERIFY(m_summary->runningCount() == 0 && m_summary->canAbort());
+        m_service.reset();
+        QCOMPARE(m_log->unexpected(), QStringList());
+        m_log.reset();
+        m_device.reset();
+    }
+
     void installsFromTheServer() {
         m_device->startServer();
         vellum::state::setNetState(0); // reachable: it connects
-        const dictionary::MorphExplorer explorer(QStringLiteral("/mnt/ext1/system/hunspell"));
-        QVERIFY(!explorer.exists(QStringLiteral("en_GB")));
-        m_device->write(QStringLiteral("en.aff"), "older rules");
-        QVERIFY(install(m_device->server().url() + QStringLiteral("/v1/morphology/en.zip")));
-        QCOMPARE(m_service->errorText(), QString());
-        QCOMPARE(m_device->content().keys(), (QStringList{u"en.aff"_qs, u"en.dic"_qs}));
-        for (const QString& ending : {u".aff"_qs, u".dic"_qs})
-            QCOMPARE(m_device->content()[u"en"_qs + ending],
-                     readFile(u"/usr/share/hunspell/en_US"_qs + ending));
-        QVERIFY(explorer.exists(QStringLiteral("en_GB")));
+        m_device->write(u"en.aff"_qs, "older rules");
+        QVERIFY(install(m_device->server().url() + u"/v1/morphology/en.zip"_qs));
+        const QString source = u"/usr/share/hunspell/en_US"_qs;
+        const QMap<QString, QByteArray> expected{{u"en.aff"_qs, readFile(source + u".aff"_qs)},
+                                                 {u"en.dic"_qs, readFile(source + u".dic"_qs)}};
+        QCOMPARE(m_device->content(), expected);
     }
 
-    void abortedInTheMiddle_data() {
-        QTest::addColumn<bool>("all");
-        QTest::newRow("by the service") << false;
-        QTest::newRow("by the summary") << true;
+    /// Each with a part of the reason that the log gives, and nothing changed on the device.
+    void failures_data() {
+        QTest::addColumn<QByteArray>("archive");
+        QTest::addColumn<Spoil>("spoil");
+        const QByteArray good = archiveOf("new rules", tests::noise(5000));
+        const auto bad = [](const char* reason, const QByteArray& archive) {
+            QTest::addRow("%s", reason) << archive << Spoil([](CannedServer&) {});
+        };
+        const auto trouble = [&](const char* reason, const Spoil& spoil) {
+            QTest::addRow("%s", reason) << good << spoil;
+        };
+        const Entry rules{u"de.aff"_qs, "rules"};
+        const Entry words{u"de.dic"_qs, "words"};
+        bad("damaged", "no zip");
+        bad("damaged", good.chopped(30));
+        bad("damaged", QByteArray(good).replace(good.size() / 2, 1, "x"));
+        bad("\"../de.aff\", which isn't of \"de\"", archiveOf({rules, words, {u"../de.aff"_qs, "rules"}}));
+        bad("\"fr.aff\", which isn't of \"de\"", archiveOf({{u"fr.aff"_qs, "rules"}}));
+        bad("\"de.aff\", which isn't of \"de\" or is there twice", archiveOf({rules, rules, words}));
+        bad("plain files", archiveOf({rules, {u"de.dic"_qs, "/etc/passwd", Kind::Link}}));
+        bad("plain files", archiveOf({rules, words, {u"de"_qs, "", Kind::Folder}}));
+        bad("lacks a file", archiveOf({words}));
+        bad("de.dic is empty", archiveOf(rules.content, ""));
+        bad("de.dic is too large", archiveOf(rules.content, QByteArray((64 << 20) + 1, '\0')));
+        trouble("status 404", [](CannedServer& server) { server.setFault({Fault::Kind::None}); });
+        trouble("offline", [this](CannedServer&) { m_device->setOnline(false); });
+        trouble("bytes remaining", [](CannedServer& server) { server.setFault({Fault::Kind::Close, 50}); });
+        trouble("Maximum file size", [](CannedServer& server) { server.setFault({Fault::Kind::Endless}); });
+        trouble("de.dic is a directory", [this](CannedServer&) {
+            QFile::remove(m_device->directory() + u"de.dic"_qs);
+            QDir(m_device->directory()).mkdir(u"de.dic"_qs);
+        });
+        trouble("hunspell", [this](CannedServer&) {
+            QDir(m_device->directory()).removeRecursively();
+            writeFile(m_device->path("/mnt/ext1/system/hunspell"), {});
+        });
     }
-    void abortedInTheMiddle() {
-        QFETCH(const bool, all);
+    void failures() {
+        QFETCH(const QByteArray, archive);
+        QFETCH(const Spoil, spoil);
+        const QString reason = QString::fromUtf8(QTest::currentDataTag());
+        const bool isKnown = reason != u"status 404"_qs;
+        CannedServer server({{isKnown ? "/de.zip" : "/other.zip", CannedServer::ok(archive.toStdString())}});
+        server.setAnswer(404, {});
+        m_log->allow(u"Can not download"_qs);
+        m_log->allow(u"No morphology data from"_qs);
         m_device->write(u"de.aff"_qs, "older rules");
-        m_files.setFault({fixture::Fault::Kind::Stall, 1'000'000});
+        m_device->write(u"de.dic"_qs, "older words");
+        spoil(server);
+        const auto before = m_device->content();
         QSignalSpy finished(m_service.get(), &TsiInstallationService::finished);
-        m_service->install(m_url);
-        QTRY_VERIFY(m_service->progress() > 0.2 && m_service->progress() < 0.95);
-        QVERIFY(m_service->canAbort() && m_summary->canAbort() && m_summary->runningCount() == 1);
-        QCOMPARE(vellum::activeSleepPreventors(), 1);
-        if (all)
-            m_summary->abortAll();
-        else
-            m_service->abort();
-        QVERIFY(!m_service->isRunning() && !m_service->canAbort() && m_summary->runningCount() == 0);
-        QVERIFY(finished.size() == 1 && !finished[0][0].toBool());
-        m_service->abort();
-        m_files.setFault({}); // and at once again, while the worker of the first may still be there
+        m_service->install(QString::fromStdString(server.url("/de.zip")));
+        QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, 20'000);
+        QVERIFY(!finished[0][0].toBool() && !m_service->isRunning());
+        const QStringList lines = m_log->lines(u"No morphology data from"_qs);
+        QVERIFY2(lines.size() == 1 && lines[0].contains(reason), qPrintable(lines.join(u'\n')));
+        QTRY_COMPARE(m_device->content(), before);
+    }
+
+    void noAddresses() {
+        m_log->allow(u"Not an address of morphology data"_qs);
+        QSignalSpy finished(m_service.get(), &TsiInstallationService::finished);
+        int refused = 0;
+        for (const char* const url :
+             {"", "undefined", "de.zip", "http:///de.zip", "http://127.0.0.1:1/", "http://127.0.0.1:1/de.exe",
+              "http://127.0.0.1:1/..zip", "file:///tmp/de.zip", "http://127.0.0.1:1/DE.zip",
+              "http://127.0.0.1:1/%2e%2e%2fde.zip", "http://127.0.0.1:1/de.zip/"}) {
+            m_service->install(QString::fromUtf8(url));
+            QVERIFY2(finished.size() == ++refused && !finished.last()[0].toBool(), url);
+        }
+        QCOMPARE(m_log->lines(u"Not an address"_qs).size(), refused);
+    }
+
+    void abortedInTheMiddle() {
+        for (const bool all : {false, true}) {
+            m_files.setFault({Fault::Kind::Stall, 1'000'000});
+            QSignalSpy finished(m_service.get(), &TsiInstallationService::finished);
+            m_service->install(m_url); // the second time while the worker of the first may still be there
+            QTRY_VERIFY(m_service->progress() > 0.2 && m_service->progress() < 0.95);
+            QVERIFY(m_service->canAbort() && m_summary->canAbort() && m_summary->runningCount() == 1);
+            QVERIFY(vellum::activeSleepPreventors() > 0);
+            all ? m_summary->abortAll() : m_service->abort();
+            QVERIFY(!m_service->isRunning() && !m_service->canAbort() && m_summary->runningCount() == 0);
+            QVERIFY(finished.size() == 1 && !finished[0][0].toBool());
+        }
+        m_files.setFault({});
         QVERIFY(install(m_url));
         QTRY_COMPARE(m_device->content().keys(), (QStringList{u"de.aff"_qs, u"de.dic"_qs}));
     }
 
-    void aTransferOutlivesItsTile() {
-        m_files.setFault({fixture::Fault::Kind::None, 0, 2'000'000});
+    void aTransferOutlivesItsTileAndSummary() {
+        m_files.setFault({Fault::Kind::None, 0, 2'000'000});
         const int before = m_files.requests();
         m_service->install(m_url);
         QTRY_VERIFY(m_service->progress() > 0.2);
-        const double progress = m_service->progress();
         m_service.reset();
-        QVERIFY(m_summary->runningCount() == 1 && m_summary->canAbort());
+        QCOMPARE(m_summary->runningCount(), 1);
+        m_summary = std::make_unique<TsiInstallationSummary>();
 
         m_service = newService();
         QVERIFY(!m_service->isRunning());
         m_service->setUrl(m_url);
-        QVERIFY(m_service->isRunning() && m_service->canAbort() && m_service->progress() >= progress);
-        TsiInstallationSummary later;
+        QVERIFY(m_service->isRunning() && m_service->canAbort() && m_service->progress() > 0.2);
         const auto another = newService();
-        another->setSummary(&later);
-        QSignalSpy counts(&later, &TsiInstallationSummary::runningCountChanged);
+        QSignalSpy counts(m_summary.get(), &TsiInstallationSummary::runningCountChanged);
         QSignalSpy finished(m_service.get(), &TsiInstallationService::finished);
         QVERIFY(install(m_url, another.get())); // the same transfer
         QVERIFY(finished.size() == 1 && finished[0][0].toBool());
-        QVERIFY(counts.size() == 2 && later.runningCount() == 0);
+        QCOMPARE(counts.size(), 1);
         QCOMPARE(m_files.requests(), before + 1);
-    }
-
-    void theSummaryMayGoFirst() {
-        m_service->install(m_url);
-        m_summary = std::make_unique<TsiInstallationSummary>();
-        QVERIFY(m_service->isRunning() && !m_service->summary());
-        QSignalSpy finished(m_service.get(), &TsiInstallationService::finished);
-        QVERIFY(finished.wait() && finished[0][0].toBool());
     }
 
     void itCanNotBeAbortedWhilePlaced() {
@@ -101,41 +180,33 @@ private Q_SLOTS:
         QVERIFY(wasTooLate);
     }
 
-    void qmlKnowsTheTypes() {
-        QQmlEngine engine;
-        engine.addImportPath(QStringLiteral(TESSALY_QML_DIR));
-        QQmlComponent component(&engine);
-        component.setData(
-            "import QtQml\n import com.tessaly.controls.services 1.0\n QtObject {"
-            "property bool ended: false; property string key; property var nothing: undefined;"
-            "property var summary: TsiInstallationSummary {}\n"
-            "property var service: TsiInstallationService { summary: parent.summary; url: nothing;"
-            "onFinished: success => ended = !success;"
-            "apiKeyProvider: QtObject { function apiKey() { return 'a' + (key = 'k') } } }\n"
-            "id: parent }",
-            {});
-        const std::unique_ptr<QObject> object(component.create());
-        QVERIFY2(object, qPrintable(component.errorString()));
-        auto* const service = object->property("service").value<TsiInstallationService*>();
-        QVERIFY(service && service->summary());
-        m_log->allow(u"Not an address of morphology data"_qs);
-        QMetaObject::invokeMethod(service, "install", Q_ARG(QString, QString()));
-        QCOMPARE(object->property("ended"), QVariant(true));
-        QVERIFY(install(m_url, service));
-        QCOMPARE(object->property("key"), QVariant(u"k"_qs));
+private:
+    [[nodiscard]] std::unique_ptr<TsiInstallationService> newService() {
+        auto service = std::make_unique<TsiInstallationService>();
+        service->setSummary(m_summary.get());
+        service->setProperty("apiKeyProvider", QVariant::fromValue<QObject*>(&m_keys));
+        return service;
     }
 
-private:
     /// Installs, and says with what success. While it runs, the summary counts it.
     bool install(const QString& url, TsiInstallationService* service = nullptr) {
         service = service ? service : m_service.get();
         QSignalSpy finished(service, &TsiInstallationService::finished);
         service->install(url);
-        const bool hasBegun = service->isRunning() && service->summary()->runningCount() == 1;
+        const bool hasBegun = service->isRunning() && m_summary->runningCount() == 1;
         const bool hasEnded = QTest::qWaitFor([&] { return !finished.isEmpty(); }, 20'000);
-        const bool isOver = !service->isRunning() && service->summary()->runningCount() == 0;
+        const bool isOver = !service->isRunning() && m_summary->runningCount() == 0;
         return hasBegun && hasEnded && isOver && finished.size() == 1 && finished[0][0].toBool();
     }
+
+    CannedServer m_files{
+        {{"/de.zip", CannedServer::ok(archiveOf("rules", tests::noise(2'000'000)).toStdString())}}};
+    const QString m_url = QString::fromStdString(m_files.url("/de.zip"));
+    dictionary::MorphSecretProvider m_keys;
+    std::optional<tests::MorphologyDevice> m_device;
+    std::optional<LogWatch> m_log;
+    std::unique_ptr<TsiInstallationSummary> m_summary;
+    std::unique_ptr<TsiInstallationService> m_service;
 };
 
 QTEST_GUILESS_MAIN(MorphologyTransferTest)

@@ -12,45 +12,40 @@ namespace tessaly::services {
 
 /// Brings the morphology data of a language from their address on the server, ".../CODE.zip", to their place
 /// on the device; and shows the transfer of an address that runs already, whoever started it. The transfer
-/// goes on when this object goes. GUI thread.
+/// goes on when this object goes; why one fails stands in the log. GUI thread.
+///
+///     TsiInstallationService { id: service; apiKeyProvider: explorer.apiKeyProvider }
+///     Button { visible: !service.running; onClicked: service.install(explorer.urlMap.at("de").value) }
+///     ProgressBar { visible: service.running; value: service.progress }
 class TESSALY_SERVICES_API TsiInstallationService : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    /// An object with a function `apiKey()`, asked at each start for the key that the server wants. Not
-    /// owned.
-    Q_PROPERTY(
-        QObject* apiKeyProvider READ apiKeyProvider WRITE setApiKeyProvider NOTIFY apiKeyProviderChanged)
+    /// Its invokable `QString apiKey()` is asked at each start for the key that the server wants. Not owned.
+    Q_PROPERTY(QObject* apiKeyProvider MEMBER m_apiKeyProvider NOTIFY apiKeyProviderChanged)
     /// Counts what this object starts or finds running. Not owned.
     Q_PROPERTY(tessaly::services::TsiInstallationSummary* summary READ summary WRITE setSummary NOTIFY
                    summaryChanged)
-    /// The address whose transfer is shown; install() sets it. Undefined is taken for empty.
-    Q_PROPERTY(QString url READ url WRITE setUrl RESET resetUrl NOTIFY urlChanged)
+    /// The address whose transfer is shown; install() sets it.
+    Q_PROPERTY(QString url READ url WRITE setUrl NOTIFY urlChanged)
     Q_PROPERTY(bool running READ isRunning NOTIFY runningChanged)
     /// 0.0 to 1.0; 0.0 while nothing runs.
     Q_PROPERTY(double progress READ progress NOTIFY progressChanged)
     /// Whether abort() would end the transfer: false during the last moment, and when nothing runs.
     Q_PROPERTY(bool canAbort READ canAbort NOTIFY canAbortChanged)
-    /// Why the last transfer failed, in English, for logs; empty after a success.
-    Q_PROPERTY(QString errorText READ errorText NOTIFY errorTextChanged)
 
 public:
     explicit TsiInstallationService(QObject* parent = nullptr);
 
-    [[nodiscard]] QObject* apiKeyProvider() const { return m_apiKeyProvider; }
-    void setApiKeyProvider(QObject* provider);
     [[nodiscard]] TsiInstallationSummary* summary() const { return m_summary; }
     void setSummary(TsiInstallationSummary* summary);
     [[nodiscard]] QString url() const { return m_url; }
     void setUrl(const QString& url);
-    void resetUrl() { setUrl({}); }
-
     [[nodiscard]] bool isRunning() const { return m_transfer; }
     [[nodiscard]] double progress() const;
     [[nodiscard]] bool canAbort() const;
-    [[nodiscard]] QString errorText() const { return m_errorText; }
 
-    /// Starts the transfer, or shows the one that runs. An address that is none of morphology data is
-    /// refused: finished(false) comes at once.
+    /// Starts the transfer, or shows the one that runs. Where none can be started, since the address is none
+    /// of morphology data or the device has no room, finished(false) comes at once.
     Q_INVOKABLE void install(const QString& url);
     /// Ends the transfer, with nothing changed on the device, if canAbort.
     Q_INVOKABLE void abort();
@@ -62,19 +57,15 @@ Q_SIGNALS:
     void runningChanged();
     void progressChanged();
     void canAbortChanged();
-    void errorTextChanged();
     /// The transfer has ended; `running` is false already.
     void finished(bool success);
 
 private:
     void follow(MorphologyTransfer* transfer);
-    void take(bool success, const QString& errorText);
-    void tellAll();
 
     QPointer<QObject> m_apiKeyProvider;
     QPointer<TsiInstallationSummary> m_summary;
     QString m_url;
-    QString m_errorText;
     MorphologyTransfer* m_transfer = nullptr; ///< while it runs
 };
 

@@ -23,7 +23,7 @@ class TESSALY_SERVICES_API TsiInstallationSummary : public QObject {
 public:
     using QObject::QObject;
 
-    [[nodiscard]] int runningCount() const;
+    [[nodiscard]] int runningCount() const { return int(m_running.size()); }
     [[nodiscard]] bool canAbort() const;
 
     /// Aborts those that can be.
@@ -37,11 +37,7 @@ Q_SIGNALS:
     void canAbortChanged();
 
 private:
-    void remove(MorphologyTransfer* transfer);
-    void updateCanAbort();
-
     QList<MorphologyTransfer*> m_running;
-    bool m_toldCanAbort = true;
 };
 
 } // namespace tessaly::services
