@@ -27,7 +27,8 @@ ListView {
     }
 
     reuseItems: false
-    cacheBuffer: Math.max(0, height) // the next page is made while one looks at this one
+    // The next page is made while one looks at this one.
+    cacheBuffer: listBehaviour.resetting ? 0 : Math.max(0, height)
     keyNavigationEnabled: false
     highlightMoveDuration: 0
     highlightMoveVelocity: 0

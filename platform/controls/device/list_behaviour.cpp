@@ -2,13 +2,17 @@
 
 #include "long_key_navigation.h"
 
+#include <QAbstractItemModel>
 #include <QKeyEvent>
+#include <QQmlEngine>
+#include <QQmlIncubationController>
 
 namespace tessaly::controls {
 
 namespace {
 constexpr int containMode = 4; // ListView.Contain
-}
+constexpr int longestRowMs = 1000;
+} // namespace
 
 void ListBehaviour::setView(QQuickItem* view) {
     if (view == m_view)
@@ -22,8 +26,31 @@ void ListBehaviour::setView(QQuickItem* view) {
         view->installEventFilter(this);
         connect(view, SIGNAL(currentIndexChanged()), this, SIGNAL(activeFocusIndexChanged()));
         connect(view, &QQuickItem::activeFocusChanged, this, &ListBehaviour::activeFocusIndexChanged);
+        connect(view, SIGNAL(modelChanged()), this, SLOT(followModel()));
     }
+    followModel();
     Q_EMIT viewChanged();
+}
+
+void ListBehaviour::followModel() {
+    disconnect(m_resets);
+    if (const auto* model = m_view ? m_view->property("model").value<QAbstractItemModel*>() : nullptr)
+        m_resets = connect(model, &QAbstractItemModel::modelAboutToBeReset, this, &ListBehaviour::finishRow);
+}
+
+void ListBehaviour::finishRow() {
+    setResetting(true);
+    if (const QQmlEngine* const engine = qmlEngine(m_view); engine && engine->incubationController())
+        engine->incubationController()->incubateFor(longestRowMs);
+    QMetaObject::invokeMethod(
+        this, [this] { setResetting(false); }, Qt::QueuedConnection);
+}
+
+void ListBehaviour::setResetting(bool resetting) {
+    if (resetting == m_resetting)
+        return;
+    m_resetting = resetting;
+    Q_EMIT resettingChanged();
 }
 
 int ListBehaviour::activeFocusIndex() const {

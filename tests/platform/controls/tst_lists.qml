@@ -1,5 +1,6 @@
 import QtQuick
 import QtTest
+import Qt.labs.qmlmodels
 import com.tessaly.controls 1.0
 
 Item {
@@ -30,6 +31,16 @@ Item {
             LongKeyNavigation.down: aside
         }
     }
+    Component {
+        id: slowListComponent
+        CachedListView {
+            width: 300
+            height: 200
+            model: TableModel { TableModelColumn { display: "name" } }
+            // Takes longer than the view gives it at a time.
+            delegate: Item { height: 40; Repeater { model: 400; Text { text: "row" } } }
+        }
+    }
     Item { id: elsewhere }
     Component { id: rowComponent; Item { width: 300; height: 40 } }
     Component { id: flickableComponent; Flickable { width: 100; height: 400 } }
@@ -57,6 +68,16 @@ Item {
 
     ControlsTest {
         name: "Lists"
+
+        function test_resetWhileRowsAreMadeAhead() {
+            const list = createTemporaryObject(slowListComponent, scene)
+            for (let i = 0; i < 5; ++i) {
+                list.model.rows = Array.from({ length: 60 }, () => ({ name: "many" }))
+                wait(20 + 10 * i)
+                list.model.rows = [{ name: "one" }]
+                tryCompare(list, "count", 1)
+            }
+        }
 
         function test_rowKeys_data() {
             const up = Qt.Key_Up, down = Qt.Key_Down
