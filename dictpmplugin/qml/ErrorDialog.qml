@@ -22,7 +22,7 @@ DialogContainer {
             anchors.left: parent.left
             anchors.leftMargin: GlobalValues.dialogSidePadding
             anchors.verticalCenter: parent.verticalCenter
-            source: "image://resource/icon_error"
+            source: Global.imageForScreen("image://resource/icon_error")
         }
         StyledText {
             id: message

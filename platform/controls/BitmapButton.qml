@@ -14,7 +14,7 @@ PushButton {
     contentItem: Image {
         fillMode: Image.Pad
         sourceSize: control.imageSize > 0 ? Qt.size(control.imageSize, control.imageSize) : undefined
-        source: !control.enabled && control.disabledImage ? control.disabledImage
-              : control.held && control.pressedImage ? control.pressedImage : control.image
+        source: Global.imageForScreen(!control.enabled && control.disabledImage ? control.disabledImage
+                                    : control.held && control.pressedImage ? control.pressedImage : control.image)
     }
 }

@@ -21,11 +21,17 @@ QtObject {
     }
 
     function getNormalImage(name: string): string {
-        return "image://resource/" + name
+        return imageForScreen("image://resource/" + name)
     }
 
     function getInvertedImage(name: string): string {
-        return "image://resource/" + name + "_inv"
+        return imageForScreen("image://resource/" + name + "_inv")
+    }
+
+    // The address of an icon with the screen's density, so that another screen has another picture.
+    function imageForScreen(address: string): string {
+        return address.startsWith("image://resource") && !address.includes("?") ? address + "?" + DeviceInfoProvider.dpi
+                                                                                 : address
     }
 
     // Whether the key leads out of a screen: the keys that mean Back, `pageUp` tells whether Page Up is among them, and the

@@ -68,7 +68,7 @@ FocusScope {
             x: GlobalValues.dialogSidePadding
             width: message.icon ? implicitWidth : 0
             anchors.verticalCenter: parent.verticalCenter
-            source: message.icon
+            source: Global.imageForScreen(message.icon)
         }
         StyledText {
             id: label

@@ -1,4 +1,4 @@
-#include "image_providers.h"
+#include "icon_provider.h"
 #include "key_translator.h"
 #include "picture_access.h"
 
@@ -22,13 +22,13 @@ public:
     }
 
     void initializeEngine(QQmlEngine* engine, const char*) override {
+        using namespace tessaly::controls;
         if (engine->imageProvider(QStringLiteral("resource")) != nullptr)
             return;
-        engine->addImageProvider(QStringLiteral("resource"), new tessaly::controls::IconProvider);
-        engine->addImageProvider(QStringLiteral("resource_inv_circle"),
-                                 new tessaly::controls::DiscIconProvider);
-        tessaly::controls::KeyTranslator::instance()->serve(engine);
-        static auto* const pictures = new tessaly::controls::PictureAccess; // outlives every engine
+        engine->addImageProvider(QStringLiteral("resource"), new IconProvider(false));
+        engine->addImageProvider(QStringLiteral("resource_inv_circle"), new IconProvider(true));
+        KeyTranslator::instance()->serve(engine);
+        static auto* const pictures = new PictureAccess; // outlives every engine
         if (engine->networkAccessManagerFactory() == nullptr)
             engine->setNetworkAccessManagerFactory(pictures);
     }

@@ -93,7 +93,7 @@ Item {
             const inverted = Global.getInvertedImage("info"), gray = Global.getNormalImage("info_gray")
             const icon = create(bitmap, { pressedImage: inverted, disabledImage: gray })
             const shown = () => find(icon, child => child.source !== undefined).source.toString()
-            compare(shown(), icon.image)
+            compare(shown(), Global.imageForScreen(icon.image))
             mousePress(icon)
             compare(shown(), inverted)
             mouseRelease(icon)

@@ -9,6 +9,7 @@ Item {
 
     Text { id: bound; y: 500; text: qsTr("@Yes") }
     Component { id: imageComponent; Image { } }
+    Component { id: iconComponent; BitmapButton { image: "image://resource/plus_add" } }
 
     ControlsTest {
         name: "Device"
@@ -55,11 +56,13 @@ Item {
         }
 
         function test_lengths() {
+            const icon = createTemporaryObject(iconComponent, scene)
             for (const [screen, dpi] of [["1072x1448", 300], ["758x1024", 212]]) {
                 switches.setScreen(screen)
                 tryVerify(() => Math.round(DeviceInfoProvider.dpi) === dpi)
                 compare(Global.pixelsFromDesign(300), dpi)
                 compare(Global.dp(160), dpi)
+                compare(icon.implicitContentWidth, Global.pixelsFromDesign(48))
                 compare(Global.mm(25.4), dpi)
                 verify(GlobalValues.touchTarget >= Global.mm(9))
             }

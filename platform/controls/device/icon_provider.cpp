@@ -1,9 +1,10 @@
-#include "image_providers.h"
+#include "icon_provider.h"
 
 #include "device_info_provider.h"
 
 #include <QFile>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QSvgRenderer>
 
 namespace tessaly::controls {
@@ -11,18 +12,20 @@ namespace tessaly::controls {
 namespace {
 
 constexpr double designDpi = 300; // the icons are drawn for
-constexpr QRgb disabledColor = 0xff8c8c8c;
+constexpr QRgb black = 0xff000000;
+constexpr QRgb white = 0xffffffff;
+constexpr QRgb grey = 0xff8c8c8c;
 constexpr double unbounded = 1 << 20;
 
 /// The icon in one colour on transparent; nothing if there is no such icon.
-QImage renderIcon(const QString& name, const QSize& requestedSize, QRgb color) {
+QImage renderIcon(const QString& name, double dpi, const QSize& requestedSize, QRgb color) {
     const QString file = QStringLiteral(":/tessaly/images/%1.svg").arg(name);
     if (!QFile::exists(file)) {
         qDebug("no icon %s", qPrintable(name));
         return {};
     }
     QSvgRenderer svg(file);
-    QSizeF size = QSizeF(svg.defaultSize()) * DeviceInfoProvider::instance()->dpi() / designDpi;
+    QSizeF size = QSizeF(svg.defaultSize()) * dpi / designDpi;
     if (requestedSize.width() > 0 || requestedSize.height() > 0)
         size.scale(requestedSize.width() > 0 ? requestedSize.width() : unbounded,
                    requestedSize.height() > 0 ? requestedSize.height() : unbounded, Qt::KeepAspectRatio);
@@ -36,7 +39,9 @@ QImage renderIcon(const QString& name, const QSize& requestedSize, QRgb color) {
 }
 
 /// White on a black shape of the icon's size.
-QImage invert(const QImage& whiteIcon, bool disc) {
+QImage invert(const QImage& whiteIcon, bool onDisc) {
+    if (whiteIcon.isNull())
+        return {};
     QImage image(whiteIcon.size(), QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
@@ -45,7 +50,7 @@ QImage invert(const QImage& whiteIcon, bool disc) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(Qt::black);
     const QRectF whole = image.rect();
-    if (disc) {
+    if (onDisc) {
         painter.drawEllipse(whole);
         constexpr double inset = 0.14; // keeps the icon's corners on the disc
         painter.drawImage(whole.adjusted(whole.width() * inset, whole.height() * inset,
@@ -65,38 +70,37 @@ QImage emptyImage() {
     return image;
 }
 
-QImage finished(const QImage& image, QSize* size) {
-    const QImage result = image.isNull() ? emptyImage() : image;
-    if (size != nullptr)
-        *size = result.size();
-    return result;
-}
-
 } // namespace
 
-IconProvider::IconProvider()
-    : QQuickImageProvider(QQuickImageProvider::Image) {}
+IconProvider::IconProvider(bool onDisc)
+    : QQuickImageProvider(QQuickImageProvider::Image)
+    , m_onDisc(onDisc) {}
 
 QImage IconProvider::requestImage(const QString& id, QSize* size, const QSize& requestedSize) {
-    const auto variant = [&id](QLatin1String suffix) { return id.endsWith(suffix); };
-    const auto base = [&id](QLatin1String suffix) { return id.chopped(suffix.size()); };
-    for (const QLatin1String suffix : {QLatin1String("_disabled"), QLatin1String("_gray")}) {
-        if (variant(suffix))
-            return finished(renderIcon(base(suffix), requestedSize, disabledColor), size);
-    }
-    if (const QLatin1String suffix("_inv"); variant(suffix)) {
-        const QImage icon = renderIcon(base(suffix), requestedSize, qRgb(255, 255, 255));
-        return finished(icon.isNull() ? icon : invert(icon, false), size);
-    }
-    return finished(renderIcon(id, requestedSize, qRgb(0, 0, 0)), size);
-}
-
-DiscIconProvider::DiscIconProvider()
-    : QQuickImageProvider(QQuickImageProvider::Image) {}
-
-QImage DiscIconProvider::requestImage(const QString& id, QSize* size, const QSize& requestedSize) {
-    const QImage icon = renderIcon(id, requestedSize, qRgb(255, 255, 255));
-    return finished(icon.isNull() ? icon : invert(icon, true), size);
+    static const QRegularExpression density(QStringLiteral("\\?([0-9.]+)"));
+    const auto match = density.match(id);
+    const QString name = QString(id).remove(density);
+    const double dpi =
+        match.hasMatch() ? match.captured(1).toDouble() : DeviceInfoProvider::instance()->dpi();
+    const auto draw = [&](const char* suffix, QRgb color) {
+        return renderIcon(name.chopped(qsizetype(qstrlen(suffix))), dpi, requestedSize, color);
+    };
+    QImage image;
+    if (m_onDisc)
+        image = invert(draw("", white), true);
+    else if (name.endsWith(QLatin1String("_inv")))
+        image = invert(draw("_inv", white), false);
+    else if (name.endsWith(QLatin1String("_disabled")))
+        image = draw("_disabled", grey);
+    else if (name.endsWith(QLatin1String("_gray")))
+        image = draw("_gray", grey);
+    else
+        image = draw("", black);
+    if (image.isNull())
+        image = emptyImage();
+    if (size != nullptr)
+        *size = image.size();
+    return image;
 }
 
 } // namespace tessaly::controls
