@@ -29,11 +29,7 @@
     </message>
     <message>
         <source>@CantDownloadDictionariesServerIsRespondingTooLong</source>
-        <translation>Die Wörterbücher können noch nicht heruntergeladen werden: Der Server antwortet zu langsam.</translation>
-    </message>
-    <message>
-        <source>@Choose</source>
-        <translation>Auswählen</translation>
+        <translation>Die Wörterbücher können noch nicht geladen werden: Der Server antwortet zu langsam.</translation>
     </message>
     <message>
         <source>@Close</source>
@@ -41,7 +37,7 @@
     </message>
     <message>
         <source>@ContinueDownloading</source>
-        <translation>Fortsetzen</translation>
+        <translation>Weiter laden</translation>
     </message>
     <message>
         <source>@DatePublished</source>
@@ -54,8 +50,8 @@
     <message numerus="yes">
         <source>@DictionariesHaveBeenDownloaded</source>
         <translation>
-            <numerusform>%1 Wörterbuch heruntergeladen</numerusform>
-            <numerusform>%1 Wörterbücher heruntergeladen</numerusform>
+            <numerusform>%1 Wörterbuch geladen</numerusform>
+            <numerusform>%1 Wörterbücher geladen</numerusform>
         </translation>
     </message>
     <message>
@@ -68,7 +64,7 @@
     </message>
     <message>
         <source>@Download</source>
-        <translation>Herunterladen</translation>
+        <translation>Laden</translation>
     </message>
     <message>
         <source>@DownloadFailedCheckYourNetworkConnectionAndTryAgain</source>
@@ -83,11 +79,11 @@
     </message>
     <message>
         <source>@DownloadMorphology</source>
-        <translation>Morphologie %s herunterladen</translation>
+        <translation>Morphologie %s laden</translation>
     </message>
     <message>
         <source>@DoYouWantToStopTheDownload</source>
-        <translation>Download stoppen?</translation>
+        <translation>Download abbrechen?</translation>
     </message>
     <message>
         <source>@Info</source>
@@ -111,11 +107,7 @@
     </message>
     <message>
         <source>@LongPress</source>
-        <translation>Lange drücken</translation>
-    </message>
-    <message>
-        <source>@Mark</source>
-        <translation>Markieren</translation>
+        <translation>Gedrückt halten</translation>
     </message>
     <message>
         <source>@Morphology</source>
@@ -167,7 +159,7 @@
     </message>
     <message>
         <source>@SelectDictionariesToDownload</source>
-        <translation>Wörterbücher auswählen</translation>
+        <translation>Wörterbücher zum Laden auswählen</translation>
     </message>
     <message>
         <source>@SelectDictionary</source>
@@ -175,7 +167,7 @@
     </message>
     <message>
         <source>@Stop</source>
-        <translation>Stoppen</translation>
+        <translation>Abbrechen</translation>
     </message>
     <message>
         <source>@SuccessfullyDownloaded</source>
@@ -187,7 +179,11 @@
     </message>
     <message>
         <source>@ThereIsAnIssueWithDownloadingSelectedDictionaries</source>
-        <translation>Die ausgewählten Wörterbücher konnten nicht heruntergeladen werden. Versuchen Sie es später erneut.</translation>
+        <translation>Die ausgewählten Wörterbücher konnten nicht geladen werden. Versuchen Sie es später erneut.</translation>
+    </message>
+    <message>
+        <source>@Unavailable</source>
+        <translation>nicht verfügbar</translation>
     </message>
     <message>
         <source>@Wait</source>
@@ -199,7 +195,7 @@
     </message>
     <message>
         <source>@ReaderChooseDictionary</source>
-        <translation>Wörterbuch wählen</translation>
+        <translation>Wörterbuch auswählen</translation>
     </message>
     <message>
         <source>@ReaderDictionaries</source>
@@ -219,11 +215,11 @@
     </message>
     <message>
         <source>@ReaderNoDictionary</source>
-        <translation>Es ist noch kein Wörterbuch gewählt.</translation>
+        <translation>Es wurde noch kein Wörterbuch ausgewählt.</translation>
     </message>
     <message>
         <source>@ReaderNoDictionaryShort</source>
-        <translation>Kein Wörterbuch gewählt</translation>
+        <translation>Kein Wörterbuch ausgewählt</translation>
     </message>
     <message>
         <source>@ReaderNoEntry</source>

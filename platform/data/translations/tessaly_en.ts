@@ -32,10 +32,6 @@
         <translation>The dictionaries can’t be downloaded yet: the server is taking too long to respond.</translation>
     </message>
     <message>
-        <source>@Choose</source>
-        <translation>Choose</translation>
-    </message>
-    <message>
         <source>@Close</source>
         <translation>Close</translation>
     </message>
@@ -114,10 +110,6 @@
         <translation>Press and hold</translation>
     </message>
     <message>
-        <source>@Mark</source>
-        <translation>Mark</translation>
-    </message>
-    <message>
         <source>@Morphology</source>
         <translation>Morphology</translation>
     </message>
@@ -167,7 +159,7 @@
     </message>
     <message>
         <source>@SelectDictionariesToDownload</source>
-        <translation>Select dictionaries</translation>
+        <translation>Select dictionaries to download</translation>
     </message>
     <message>
         <source>@SelectDictionary</source>
@@ -188,6 +180,10 @@
     <message>
         <source>@ThereIsAnIssueWithDownloadingSelectedDictionaries</source>
         <translation>The selected dictionaries couldn’t be downloaded. Try again later.</translation>
+    </message>
+    <message>
+        <source>@Unavailable</source>
+        <translation>unavailable</translation>
     </message>
     <message>
         <source>@Wait</source>

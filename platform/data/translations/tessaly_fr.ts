@@ -32,10 +32,6 @@
         <translation>Impossible de télécharger les dictionnaires pour le moment : le serveur met trop de temps à répondre.</translation>
     </message>
     <message>
-        <source>@Choose</source>
-        <translation>Choisir</translation>
-    </message>
-    <message>
         <source>@Close</source>
         <translation>Fermer</translation>
     </message>
@@ -60,7 +56,7 @@
     </message>
     <message>
         <source>@DictionaryPackage</source>
-        <translation>Pack de dictionnaires</translation>
+        <translation>Lot de dictionnaires</translation>
     </message>
     <message>
         <source>@DictionaryWasDeleted</source>
@@ -114,10 +110,6 @@
         <translation>Appui long</translation>
     </message>
     <message>
-        <source>@Mark</source>
-        <translation>Cocher</translation>
-    </message>
-    <message>
         <source>@Morphology</source>
         <translation>Morphologie</translation>
     </message>
@@ -167,7 +159,7 @@
     </message>
     <message>
         <source>@SelectDictionariesToDownload</source>
-        <translation>Choisir des dictionnaires</translation>
+        <translation>Choisir les dictionnaires à télécharger</translation>
     </message>
     <message>
         <source>@SelectDictionary</source>
@@ -188,6 +180,10 @@
     <message>
         <source>@ThereIsAnIssueWithDownloadingSelectedDictionaries</source>
         <translation>Impossible de télécharger les dictionnaires sélectionnés. Réessayez plus tard.</translation>
+    </message>
+    <message>
+        <source>@Unavailable</source>
+        <translation>indisponible</translation>
     </message>
     <message>
         <source>@Wait</source>
@@ -219,7 +215,7 @@
     </message>
     <message>
         <source>@ReaderNoDictionary</source>
-        <translation>Aucun dictionnaire n’est encore choisi.</translation>
+        <translation>Aucun dictionnaire n’a encore été choisi.</translation>
     </message>
     <message>
         <source>@ReaderNoDictionaryShort</source>

@@ -32,10 +32,6 @@
         <translation>Пока не удаётся загрузить словари: сервер слишком долго не отвечает.</translation>
     </message>
     <message>
-        <source>@Choose</source>
-        <translation>Выбрать</translation>
-    </message>
-    <message>
         <source>@Close</source>
         <translation>Закрыть</translation>
     </message>
@@ -116,10 +112,6 @@
         <translation>Долгое нажатие</translation>
     </message>
     <message>
-        <source>@Mark</source>
-        <translation>Отметить</translation>
-    </message>
-    <message>
         <source>@Morphology</source>
         <translation>Морфология</translation>
     </message>
@@ -169,7 +161,7 @@
     </message>
     <message>
         <source>@SelectDictionariesToDownload</source>
-        <translation>Выбор словарей</translation>
+        <translation>Выбор словарей для загрузки</translation>
     </message>
     <message>
         <source>@SelectDictionary</source>
@@ -190,6 +182,10 @@
     <message>
         <source>@ThereIsAnIssueWithDownloadingSelectedDictionaries</source>
         <translation>Не удалось загрузить выбранные словари. Повторите попытку позже.</translation>
+    </message>
+    <message>
+        <source>@Unavailable</source>
+        <translation>недоступно</translation>
     </message>
     <message>
         <source>@Wait</source>
