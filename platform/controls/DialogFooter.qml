@@ -37,6 +37,7 @@ FocusScope {
         height: parent.height
         text: footer.applyTitle
         enabled: footer.canApply
+        onEnabledChanged: if (!enabled && focus) cancelButton.focus = true
         KeyNavigation.left: cancelButton
         onClicked: footer.apply()
     }

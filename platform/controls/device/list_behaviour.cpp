@@ -66,16 +66,32 @@ void ListBehaviour::setActiveFocusIndex(int index) {
     }
 }
 
+bool ListBehaviour::takesFocus(const QQuickItem& row) {
+    return row.isVisible() && row.isEnabled() && row.height() > 0;
+}
+
+bool ListBehaviour::isFirst(int row) const {
+    for (int above = row - 1; above >= 0; --above) {
+        QQuickItem* item = nullptr;
+        QMetaObject::invokeMethod(m_view, "itemAtIndex", Q_RETURN_ARG(QQuickItem*, item), Q_ARG(int, above));
+        if (item == nullptr || takesFocus(*item)) // what isn't made is far above
+            return false;
+    }
+    return true;
+}
+
 bool ListBehaviour::focusFrom(int index, int step) {
     const int count = m_view->property("count").toInt();
     const int before = m_view->property("currentIndex").toInt();
     for (int row = index; row >= 0 && row < count; row += step) {
         m_view->setProperty("currentIndex", row); // makes its item, however far away it is
         const auto* const item = m_view->property("currentItem").value<QQuickItem*>();
-        if (item != nullptr && item->isVisible() && item->isEnabled() && item->height() > 0) {
+        if (item != nullptr && takesFocus(*item)) {
             // A list whose highlight doesn't move doesn't follow it either.
             QMetaObject::invokeMethod(m_view, "positionViewAtIndex", Q_ARG(int, row),
                                       Q_ARG(int, containMode));
+            if (isFirst(row)) // nothing else brings back the titles above, which take no focus
+                QMetaObject::invokeMethod(m_view, "positionViewAtBeginning");
             return true;
         }
     }

@@ -44,6 +44,9 @@ private:
     /// The first row from `index` on, in steps, that takes the focus becomes the current one. False, and
     /// nothing changed, if there is none.
     bool focusFrom(int index, int step);
+    static bool takesFocus(const QQuickItem& row);
+    /// Whether no row above takes the focus.
+    [[nodiscard]] bool isFirst(int row) const;
 
     QPointer<QQuickItem> m_view;
     QMetaObject::Connection m_resets;
