@@ -6,6 +6,7 @@ DialogContainer {
     id: wrapper
 
     anchors.fill: parent
+    dialogWidth: GlobalValues.infoMessageWidth
     backOnPgUp: true
     state: "VerticalBottom"
     headless: true

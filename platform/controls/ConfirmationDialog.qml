@@ -13,6 +13,7 @@ DialogContainer {
     property var applyCallback: null
     property var cancelCallback: null
 
+    dialogWidth: GlobalValues.infoMessageWidth
     headless: true
     initialFocusItem: footer
     onBack: answer(cancelCallback, cancel)

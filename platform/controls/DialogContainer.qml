@@ -76,6 +76,12 @@ FocusScope {
         onWheel: wheel => wheel.accepted = true
     }
     Rectangle {
+        anchors.fill: frame
+        anchors.margins: -GlobalValues.boxGap
+        radius: frame.radius
+        color: frame.color
+    }
+    Rectangle {
         id: frame
         width: dialog.dialogWidth
         height: inside.height + 2 * border.width

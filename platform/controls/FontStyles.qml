@@ -4,6 +4,8 @@ import com.tessaly.controls.device
 
 // The interface's type, by use.
 QtObject {
+    id: styles
+
     enum Style { Body, BodyBold, BodyS, BodyL, Heading2, Heading5 }
 
     readonly property string family: "Noto Sans"
@@ -16,4 +18,12 @@ QtObject {
     readonly property var pointSizes: points.map(
         size => DeviceInfoProvider.pointSize(size * DeviceInfoProvider.dpi / 72))
     readonly property var bold: [false, true, false, false, true, true]
+
+    // Pixels of the tallest line.
+    readonly property real tallestLine: Math.ceil(metrics.height)
+    readonly property FontMetrics metrics: FontMetrics {
+        font.family: styles.family
+        font.pointSize: styles.pointSizes[FontStyles.Heading2]
+        font.bold: true
+    }
 }

@@ -41,12 +41,12 @@ QtObject {
                || (pageUp && key === Qt.Key_PageUp)
     }
 
-    // For each time that a loader may have become visible: the first time makes its item, `shown()` tells of the others.
+    // For each time that a loader may have become visible: the first time makes its item; all end with `shown()`.
     function showLoader(loader) {
+        if (loader.visible)
+            loader.active = true
         if (loader.visible && loader.status === Loader.Ready)
             loader.shown()
-        else if (loader.visible)
-            loader.active = true
     }
 
     // Gives the focus to the first of the loaders' items that is to be seen, unless it has it; tells whether there is one.
@@ -60,7 +60,7 @@ QtObject {
     // A message that must be acknowledged, one with an icon, takes the focus.
     function openInfoMessageLoader(loader, text, icon, milliseconds) {
         loader.visible = true
-        if (!loader.item) { // its screen isn't shown: nobody would read the message
+        if (!loader.visible) { // its screen isn't shown: nobody would read the message
             loader.visible = false
             return
         }
@@ -77,7 +77,7 @@ QtObject {
 
     function openInformationConfirmationDialog(loader) {
         loader.visible = true
-        if (loader.item)
+        if (loader.item && loader.visible) // what it stands in may be hidden
             loader.item.forceActiveFocus()
     }
 
@@ -141,9 +141,11 @@ QtObject {
         return moveFlickable(flickable, flickable.contentY - pageOf(flickable))
     }
 
-    // Less than what is in view: the buttons that scroll stand on its lower edge.
+    // Less than what is in view: the buttons that scroll stand on its lower edge, and a line that is cut there is whole on
+    // the next page.
     function pageOf(flickable): real {
-        return Math.max(flickable.height / 2, flickable.height - GlobalValues.scrollListButtonsHeight)
+        return Math.max(flickable.height / 2,
+                        flickable.height - GlobalValues.scrollListButtonsHeight - FontStyles.tallestLine)
     }
 
     function scrollFlickableBegin(flickable): bool {

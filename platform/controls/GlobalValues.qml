@@ -11,15 +11,25 @@ QtObject {
     // What dialogs and messages keep clear at the screen's edges.
     readonly property real screenMargin: Global.mm(3)
     readonly property real defaultDialogWidth: DeviceInfoProvider.screenWidth - 2 * screenMargin
-    readonly property real dialogHeaderHeight: Global.mm(11)
+    // About 11 mm, so that a list's screen is filled by whole rows.
+    readonly property real dialogHeaderHeight: Math.max(
+        touchTarget, Math.floor((DeviceInfoProvider.screenHeight - besideRows - rowsOnScreen * listElementHeight) / 3))
+    // What else there is on a list's screen of which three headers' height is kept free: the wide button and the line
+    // and gap above it.
+    readonly property real besideRows: Global.pixelsFromDesign(125) + defaultSolidSeparatorThickness
+                                       + dialogContentTopBottomOffset
+    readonly property int rowsOnScreen:
+        Math.round((DeviceInfoProvider.screenHeight - besideRows - 3 * Global.mm(11)) / listElementHeight)
     readonly property real dialogHeaderSeparatorSideOffset: Global.mm(2.5)
     readonly property real dialogSidePadding: Global.mm(4.5)
     readonly property real dialogContentTopBottomOffset: Global.mm(1)
     readonly property real dialogBottomButtonsHeight: Global.mm(12)
     readonly property real dialogRadius: Global.mm(1.5)
 
-    readonly property real infoMessageWidth: defaultDialogWidth
-    readonly property real infoMessageHeight: Global.mm(20)
+    // Questions and messages are narrower than the dialogs that they stand on, and keep a white gap around.
+    readonly property real infoMessageWidth: defaultDialogWidth - 2 * screenMargin
+    readonly property real infoMessageHeight: Global.mm(25) // takes the longest message in each language
+    readonly property real boxGap: Global.mm(0.8)
 
     readonly property real scrollListButtonsHeight: Global.mm(11)
     readonly property real scrollIndicatorThickness: Global.mm(1)
@@ -39,7 +49,7 @@ QtObject {
     readonly property real focusFrameThickness: Math.max(3, Global.mm(0.45))
 
     // In points of the host's screen, as fonts with a point size are.
-    readonly property real fontUserCommentPointSize: DeviceInfoProvider.pointSize(Global.pixelsFromDesign(28))
+    readonly property real fontUserCommentPointSize: DeviceInfoProvider.pointSize(Global.pixelsFromDesign(34))
 
     // Milliseconds that a finger may rest on a list before it presses what is under it.
     readonly property int listPressDelay: 80

@@ -7,14 +7,20 @@ FocusScope {
     property string text
     property string icon
     property int autohideInterval: 3000 // milliseconds
+    // How far above the buttons at the bottom of the dialogs behind; 0 is at the bottom of the screen.
     property real bottomOffset: 0
 
     signal close()
+    // It was hidden together with what it stands in, and doesn't come back.
+    signal over()
 
     function showWithMessage(text: string) {
         message.text = text
         visible = true
-        autohide.restart()
+        if (visible)
+            autohide.restart()
+        else // what it stands in isn't shown: nobody would read it
+            visible = false
     }
 
     function showFor(text: string, icon: string, milliseconds: int) {
@@ -34,8 +40,12 @@ FocusScope {
     }
 
     anchors.fill: parent
-    // One that went with its screen has its time anew when that comes back.
-    onVisibleChanged: visible ? autohide.restart() : autohide.stop()
+    onVisibleChanged: {
+        if (visible || !autohide.running)
+            return
+        hide()
+        over()
+    }
 
     Accessible.role: Accessible.AlertMessage
     Accessible.name: text
@@ -53,11 +63,19 @@ FocusScope {
         onTriggered: message.close()
     }
     Rectangle {
+        anchors.fill: frame
+        anchors.margins: -GlobalValues.boxGap
+        radius: frame.radius
+        color: frame.color
+    }
+    Rectangle {
+        id: frame
         width: GlobalValues.infoMessageWidth
         height: Math.max(GlobalValues.infoMessageHeight, label.implicitHeight + 2 * Global.mm(3))
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
-        anchors.bottomMargin: Math.max(message.bottomOffset, GlobalValues.screenMargin)
+        anchors.bottomMargin: message.bottomOffset <= 0 ? GlobalValues.screenMargin
+            : message.bottomOffset + GlobalValues.dialogHeaderHeight + GlobalValues.dialogBottomButtonsHeight
         color: GlobalValues.defaultBackgroundColor
         border.width: GlobalValues.defaultBorderThickness
         border.color: GlobalValues.defaultBorderColor

@@ -109,6 +109,13 @@ Item {
             verify(row.activeFocus && y >= 0 && y + row.height <= list.height)
         }
 
+        function test_titleAbove() {
+            const list = createTemporaryObject(listComponent, scene, { model: 50, header: rowComponent })
+            list.positionViewAtIndex(20, ListView.Beginning)
+            list.listBehaviour.activeFocusIndex = 0
+            compare(list.contentY, list.originY)
+        }
+
         function test_heldKey() {
             const list = createTemporaryObject(listComponent, scene, { model: 5, aside: elsewhere })
             list.listBehaviour.activeFocusIndex = 0
@@ -133,8 +140,9 @@ Item {
                     compare(view.contentY, to)
                 }
             }
-            const page = 400 - GlobalValues.scrollListButtonsHeight // they cover the lower edge
-            for (const end of [550, 0]) {
+            // What the buttons at the lower edge cover, and a line that is cut there, is on the next page.
+            const page = 400 - GlobalValues.scrollListButtonsHeight - FontStyles.tallestLine
+            for (const end of [500, 0]) {
                 view.contentHeight = end ? 400 + end : 300
                 go(Global.scrollFlickablePageDown, [Math.min(page, end), end, end])
                 go(Global.scrollFlickablePageUp, [Math.max(end - page, 0), 0, 0])
