@@ -61,8 +61,8 @@ DialogContainer {
     initialFocusItem: list.count === 0 && !DictionariesListModel.isDownloadMode ? download_btn : list
 
     onVisibleChanged: {
-        if (!visible)
-            return
+        if (!visible) // for a moment only, perhaps; else the question goes too
+            return Qt.callLater(() => wrapper.visible || abortMorphConfirmationDialogLazy.close()) // qmllint disable
         DictionariesListModel.reset()
         focusOnFirstElement()
     }
@@ -71,8 +71,9 @@ DialogContainer {
     Connections {
         target: DictionariesListModel
 
-        // The list's first row may be a header without a tile.
+        // Rows may come without a refresh being told; the first may be a header without a tile.
         function onModelReset() {
+            list.visible = DictionariesListModel.getCount() > 0
             Qt.callLater(list.settleFocus) // qmllint disable
         }
         function onModelRefreshed() {
@@ -163,8 +164,7 @@ DialogContainer {
             focus: count > 0
             clip: true
             pressDelay: GlobalValues.listPressDelay
-            highlightMoveDuration: 0
-            highlightMoveVelocity: 0
+            Accessible.name: wrapper.title
             boundsBehavior: contentHeight > height ? Flickable.DragAndOvershootBounds : Flickable.StopAtBounds
 
             onFlickStarted: DeviceInfoProvider.enterA2onFlickForItem(list)
@@ -271,6 +271,8 @@ DialogContainer {
             width: parent.width - 2 * x
             visible: !list.visible
             text: qsTr('@NoInstalledDictionaries')
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.WrapAnywhere
         }

@@ -24,6 +24,7 @@ Rectangle {
     state: "Normal"
     Accessible.role: Accessible.Button
     Accessible.name: caption.text
+    Accessible.description: wrapper.enabled ? "" : qsTr("@Unavailable")
     Accessible.focusable: true
     Accessible.onPressAction: if (wrapper.enabled) wrapper.action()
 
@@ -57,9 +58,9 @@ Rectangle {
                 target: icon_place
                 color: wrapper.busy_visible ? wrapper.pressed_color : "transparent"
             }
-            PropertyChanges {
+            PropertyChanges { // without touch the button stays white, and what is on it black
                 target: caption
-                color: "white"
+                color: DeviceInfoProvider.touch ? "white" : wrapper.pressed_color
             }
             PropertyChanges {
                 target: busy_indicator
@@ -67,7 +68,8 @@ Rectangle {
             }
             PropertyChanges {
                 target: internal
-                iconSource: DeviceInfoProvider.touch ? Global.getInvertedImage(wrapper.icon) : wrapper.icon
+                iconSource: DeviceInfoProvider.touch ? Global.getInvertedImage(wrapper.icon)
+                                                     : Global.getNormalImage(wrapper.icon)
             }
         },
         State {
@@ -162,8 +164,7 @@ Rectangle {
             Image {
                 anchors.centerIn: parent
                 visible: !wrapper.busy_visible
-                // A bare name, that of a button pressed by a key, shows no icon.
-                source: internal.iconSource.includes(":") ? internal.iconSource : ""
+                source: internal.iconSource
             }
             BusyIndicator {
                 id: busy_indicator
@@ -185,9 +186,8 @@ Rectangle {
     BitmapTextButton {
         id: long_press_hint
         anchors.horizontalCenter: parent.horizontalCenter
-        anchors.top: inner.bottom
-        anchors.topMargin: -Global.pixelsFromDesign(8) // into what the caption's line leaves free
         anchors.bottom: parent.bottom
+        anchors.bottomMargin: Math.round(1.5 * GlobalValues.focusFrameThickness) // reaches into the caption's line
         padding: 0
         visible: inner.height > 0 && wrapper.enabled && wrapper.showLongPressText
         interactive: false
@@ -204,7 +204,7 @@ Rectangle {
             if (wrapper.state === "Disabled")
                 return
             internal.completeDelayedRelease()
-            if (wrapper.state === "Disabled") // by what the release did
+            if (wrapper.state === "Disabled" || !pressed || !wrapper.visible) // by what the release did
                 return
             internal.pressedAt = Date.now()
             wrapper.state = "Pressed"

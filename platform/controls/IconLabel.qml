@@ -17,8 +17,8 @@ Item {
     Image {
         id: image
         x: root.centred ? Math.max(0, Math.round((root.width - root.implicitWidth) / 2)) : 0
-        // Not higher than a line of small text.
-        height: Math.min(implicitHeight, label.implicitHeight)
+        // Not higher than the letters beside it.
+        height: Math.min(implicitHeight, Math.ceil(0.8 * label.implicitHeight))
         width: root.icon ? implicitWidth * height / Math.max(1, implicitHeight) : 0
         fillMode: Image.PreserveAspectFit
         anchors.verticalCenter: parent.verticalCenter

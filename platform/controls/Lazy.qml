@@ -8,6 +8,9 @@ Item {
     property Item item: null
     // Had the focus before, and gets it back.
     property Item focusedBefore: null
+    // Whether the item has the focus for as long as it is to be seen, whatever happens behind it.
+    property bool holdsFocus: false
+    readonly property Item focused: Window.activeFocusItem
 
     anchors.fill: parent
     visible: false
@@ -18,6 +21,7 @@ Item {
     function open(keepFocus: bool, setUp: var) {
         if (!item)
             item = component.createObject(lazy) as Item
+        holdsFocus = !keepFocus
         if (!keepFocus && !item.activeFocus)
             focusedBefore = lazy.Window.activeFocusItem
         visible = true
@@ -31,6 +35,12 @@ Item {
         visible = false
     }
 
+    function takeFocusBack() {
+        if (visible && holdsFocus && !item.activeFocus)
+            item.forceActiveFocus()
+    }
+
+    onFocusedChanged: Qt.callLater(takeFocusBack) // qmllint disable
     onVisibleChanged: {
         if (visible || !focusedBefore)
             return

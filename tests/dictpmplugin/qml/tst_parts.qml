@@ -90,6 +90,15 @@ Item {
             verify(!scene.calls.includes("key")) // what is Enter's never gets behind the button
         }
 
+        // The second of two quick touches finds the screen gone.
+        function test_buttonGoes() {
+            const button = createTemporaryObject(buttonComponent, scene)
+            button.action.connect(() => button.visible = false)
+            mouseClick(button)
+            mouseClick(button)
+            compare([button.visible, button.state], [false, "Normal"])
+        }
+
         function test_row_data() {
             const enter = Qt.Key_Return, right = Qt.Key_Right, left = Qt.Key_Left
             const download = { downloadMode: true }, installed = { downloadMode: true, installed: true }
@@ -200,6 +209,20 @@ Item {
                 tryVerify(() => !shows(qsTr("@DoYouWantToStopTheDownload")))
             }
             compare(scene.calls, ["close"])
+            tryVerify(download)
+
+            mouseClick(download())
+            tap(qsTr("@Close"))
+            scene.width -= 8
+            dialog.visible = false // as when a screen is turned
+            dialog.visible = true
+            dialog.forceActiveFocus()
+            scene.width += 8
+            tryVerify(() => front(item => item.canApply !== undefined).activeFocus)
+            dialog.visible = false
+            tryVerify(() => !shows(qsTr("@DoYouWantToStopTheDownload")))
+            dialog.visible = true
+            front(item => item.installationSummary !== undefined).installationSummary.abortAll()
             tryVerify(download)
         }
     }
