@@ -37,19 +37,17 @@ Item {
     }
 
     anchors.fill: parent
-    visible: true
-
     onWidthChanged: {
         dictionary_list_dialog_loader.visible = false
         Global.openInformationConfirmationDialogLoader(dictionary_list_dialog_loader,
                                                        qsTr("@SelectDictionariesToDownload"))
-        focusTopScreen()
+        if (visible)
+            focusTopScreen()
     }
     Keys.onPressed: event => {
-        if (!Global.leadsOut(event.key, true) || !wrapper.activeFocus) // a screen sees to its keys itself
-            return
-        event.accepted = true
-        wrapper.close()
+        event.accepted = wrapper.activeFocus && Global.leadsOut(event.key, true) // a screen sees to its keys itself
+        if (event.accepted)
+            wrapper.close()
     }
 
     Connections {
@@ -90,7 +88,7 @@ Item {
         }
     }
 
-    // Loads its screen when it is first visible; `shown` says that it is so again.
+    // Loads its screen when it is first visible; `shown` says that it is to be seen.
     component LazyLoader: Loader {
         signal shown()
 
@@ -114,17 +112,16 @@ Item {
 
         signal closed()
 
-        sourceComponent: Component {
-            InfoMessage {
-                visible: false
-            }
-        }
+        sourceComponent: Component { InfoMessage { visible: false } }
 
         Connections {
             target: message_loader.item
             function onClose() {
                 Global.closeInfoMessageLoader(message_loader)
                 message_loader.closed()
+            }
+            function onOver() {
+                Global.closeInfoMessageLoader(message_loader)
             }
         }
     }
@@ -187,7 +184,6 @@ Item {
         }
 
         source: "DictionaryInfoDialog.qml"
-        onLoaded: if (visible) shown()
         onShown: {
             setDialogData()
             dialog.forceActiveFocus()
@@ -211,15 +207,15 @@ Item {
             Global.openConfirmationDialog(confirmation_dialog, text, delete_dictionary_callback)
         }
     }
-    DictionaryInfo {
-        id: dict_info
-    }
+    DictionaryInfo { id: dict_info }
     Item {
         id: delete_dictionary_callback
 
         function applyAction() {
             Global.closeConfirmationDialogLoader(confirmation_dialog)
-            DictionariesListModel.deleteDict(dict_info_dialog_loader.selectedIndex)
+            const row = dict_info_dialog_loader.selectedIndex // another one's by now, perhaps
+            if (dict_info.identityOf(DictionariesListModel, row) === dict_info.identity)
+                DictionariesListModel.deleteDict(row)
             dict_info_dialog_loader.visible = false
             dictionary_list_dialog_loader.dialog.makeScrollWorks()
             dictionary_list_dialog_loader.dialog.focusOnFirstElement()
@@ -246,7 +242,6 @@ Item {
         }
 
         source: "DownloadProgress.qml"
-        onLoaded: if (visible) shown()
         onShown: {
             const n = DictionariesListModel.selectedCount
             dialog.selectedCount = n
@@ -333,7 +328,6 @@ Item {
                 onApply: confirmation_dialog.answer("applyAction") // qmllint disable unqualified
             }
         }
-        onLoaded: if (visible) shown()
         onShown: Global.focusFirstShown([this])
     }
 

@@ -13,8 +13,18 @@ QtObject {
     property string coverUrl: ""
     property string description: ""
 
+    // What tells its row from others: database numbers change whenever the catalogue is fetched, and what isn't in the
+    // catalogue has no number of the server's.
+    property string identity: ""
+
+    function identityOf(model, row): string {
+        const languages = model.getLanguageFrom(row, true) + "|" + model.getLanguageTo(row, true)
+        return model.idPair(row).serverId + "|" + languages + "|" + model.getTitle(row)
+    }
+
     // Takes over a row of the list model.
     function read(model, row) {
+        identity = identityOf(model, row)
         languageFrom = model.getLanguageFrom(row)
         languageTo = model.getLanguageTo(row)
         languageIsoFrom = model.getLanguageFrom(row, true)

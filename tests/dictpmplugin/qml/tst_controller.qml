@@ -7,6 +7,7 @@ Item {
     width: 758
     height: 1024
 
+    Item { id: host }
     SignalSpy { id: closed; signalName: "close" }
     SignalSpy { id: installed; signalName: "installed" }
     Component { id: controllerComponent; Controller { } }
@@ -39,6 +40,11 @@ Item {
             waitForRendering(controller)
         }
 
+        function changeRows() {
+            switches.install(["Dictionary 2", "Dictionary 3"])
+            DictionariesListModel.refreshData()
+        }
+
         // Steps, each with the screen that it leads to. What begins with "@" is touched, a number is a key.
         function test_ways_data() {
             const model = DictionariesListModel, back = Qt.Key_Back, enter = Qt.Key_Return
@@ -65,6 +71,8 @@ Item {
                 { tag: "kept", steps: [...info, "@Delete", "question", "@No", "information", back, "list"] },
                 { tag: "kept by back", steps: [...info, "@Delete", "question", back, "information"] },
                 { tag: "deleted", steps: [...info, "@Delete", "question", "@Yes", "list"], left: 1 },
+                { tag: "another row by now", steps: [...info, () => changeRows(), "information", "@Delete", "question",
+                                                     "@Yes", "list"] },
                 { tag: "nothing marked", steps: [...add, back, "list"] },
                 { tag: "cancelled", steps: [...download, "@Cancel", "none"], close: 1 },
                 { tag: "left", steps: [...download, back, "none"], close: 1 },
@@ -129,6 +137,27 @@ Item {
                 tryVerify(() => !shows(data.text))
             }
             compare([closed.count, installed.count], [data.close ?? 0, 0])
+        }
+
+        // A host that has the focus, over which the interface comes back.
+        function test_hidden() {
+            open(false)
+            const controller = closed.target
+            DictPMController.fatalError()
+            verify(shows(qsTr("@ThereIsAnIssueWithDownloadingSelectedDictionaries")))
+            controller.visible = false
+            host.forceActiveFocus()
+            scene.width -= 8
+            scene.width += 8
+            verify(host.activeFocus)
+            DictPMController.fatalError() // nobody would read it
+            switches.install([])
+            DictionariesListModel.refreshData()
+            switches.install(["Dictionary 1", "Dictionary 2"]) // of which none is chosen
+            controller.showDicts()
+            compare(front(item => item.autohideInterval !== undefined), null)
+            compare([screen(), closed.count], ["list", 0])
+            verify(shows("German → French") && !shows(qsTr("@NoInstalledDictionaries")) && !host.activeFocus)
         }
 
         function test_downloadedIsChosen_data() {
