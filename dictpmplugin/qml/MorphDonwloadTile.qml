@@ -15,6 +15,9 @@ Item {
     property alias installButton: install_button
     property MorphExplorer morphExplorer
     property TsiInstallationSummary installationSummary
+    // Texts begin beside a square, in whose middle the spinner and the icons are.
+    readonly property real iconSquare: Global.pixelsFromDesign(94)
+    readonly property real iconMargin: (iconSquare - Global.pixelsFromDesign(48)) / 2
     readonly property bool isInstalled: root.morphExplorer?.existanceMap.at(root.langIso).value ?? false
 
     implicitHeight: Math.max(GlobalValues.listElementHeight,
@@ -48,6 +51,8 @@ Item {
             Layout.fillWidth: true
             visible: root.morphExplorer?.existanceMap.at(root.langIso).value === false && !installationService.running
             image: 'wb_download'
+            leftPadding: root.iconMargin
+            spacing: root.iconMargin
             text: Fmt.sprintfTr("@DownloadMorphology", [ root.langTitle ])
             onClicked: installationService.install(root.morphExplorer.urlMap.at(root.langIso).value)
             onVisibleChanged: {
@@ -66,7 +71,7 @@ Item {
             progress.maxValue: 1.0
             rightMargin: Global.pixelsFromDesign(19.5)
             leftItem: Item {
-                width: Global.pixelsFromDesign(94)
+                width: root.iconSquare
                 height: width
 
                 BusyIndicator {
@@ -80,6 +85,8 @@ Item {
             visible: root.isInstalled && !installationService.running
             interactive: false
             image: 'done'
+            leftPadding: root.iconMargin
+            spacing: root.iconMargin
             text: Fmt.sprintfTr('@MorphologyHasBeenInstalled', [ root.langTitle ])
         }
         // qmllint enable

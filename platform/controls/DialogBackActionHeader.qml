@@ -80,6 +80,8 @@ FocusScope {
     SolidSeparator {
         anchors.left: parent.left
         anchors.right: parent.right
+        anchors.leftMargin: GlobalValues.dialogHeaderSeparatorSideOffset
+        anchors.rightMargin: GlobalValues.dialogHeaderSeparatorSideOffset
         anchors.bottom: parent.bottom
     }
 }

@@ -36,6 +36,7 @@ PushButton {
     contentItem: StyledText {
         text: control.text
         fontStyle: control.fontStyle
+        font.capitalization: Font.AllUppercase
         color: control.held ? GlobalValues.defaultBackgroundColor
              : control.enabled ? GlobalValues.defaultTextColor : FontStyles.disabledTextColor
         horizontalAlignment: Text.AlignHCenter

@@ -6,6 +6,9 @@ Item {
 
     property bool canScrollUp: true
     property bool canScrollDown: true
+    // Of the buttons.
+    property real radius: GlobalValues.dialogRadius
+    property real borderWidth: GlobalValues.defaultSolidSeparatorThickness
 
     signal scrollUp()
     signal scrollDown()
@@ -17,6 +20,9 @@ Item {
     component Button: BitmapButton {
         id: button
 
+        property real radius
+        property real borderWidth
+
         width: Global.mm(14)
         height: parent.height
         background: Item {
@@ -25,22 +31,32 @@ Item {
             Rectangle {
                 width: parent.width
                 height: parent.height + radius
-                radius: GlobalValues.dialogRadius
-                border.width: GlobalValues.defaultSolidSeparatorThickness
+                radius: button.radius
+                border.width: button.borderWidth
                 border.color: GlobalValues.defaultBorderColor
                 color: button.held ? GlobalValues.defaultHoveredColor : GlobalValues.defaultBackgroundColor
             }
         }
     }
 
-    // What scrolls past is not to be read between the buttons.
-    Rectangle {
+    // What scrolls past is not to be read between the buttons. It ends like the dialog that it is the foot of.
+    Item {
         anchors.fill: parent
-        color: GlobalValues.defaultBackgroundColor
+        clip: true
+
+        Rectangle {
+            y: -radius
+            width: parent.width
+            height: parent.height + radius
+            radius: GlobalValues.dialogRadius
+            color: GlobalValues.defaultBackgroundColor
+        }
     }
     Button {
         anchors.left: parent.left
         anchors.leftMargin: Global.mm(3)
+        radius: assistant.radius
+        borderWidth: assistant.borderWidth
         enabled: assistant.canScrollUp
         image: Global.getNormalImage("scroll_up")
         pressedImage: Global.getInvertedImage("scroll_up")
@@ -52,6 +68,8 @@ Item {
     Button {
         anchors.right: parent.right
         anchors.rightMargin: Global.mm(3)
+        radius: assistant.radius
+        borderWidth: assistant.borderWidth
         enabled: assistant.canScrollDown
         image: Global.getNormalImage("scroll_down")
         pressedImage: Global.getInvertedImage("scroll_down")
