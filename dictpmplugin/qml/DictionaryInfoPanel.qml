@@ -40,6 +40,8 @@ Item {
     component Line: StyledText {
         width: parent.width
         wrapMode: Text.Wrap
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
     }
 
     Flickable {
@@ -183,10 +185,9 @@ Item {
         height: Global.dp(51)
         visible: !shown.issuer && !shown.languages && !shown.description
 
-        StyledText {
-            anchors.fill: parent
+        Line {
+            height: parent.height
             text: qsTr("@NoInformationAboutDictionary")
-            wrapMode: Text.Wrap
             horizontalAlignment: Text.AlignHCenter
             verticalAlignment: Text.AlignVCenter
         }
@@ -198,6 +199,10 @@ Item {
         anchors.bottom: panel.bottom
         z: 2
         visible: shown.scrollAssistant
+        canScrollUp: !panel.atYBeginning
+        canScrollDown: !panel.atYEnd
+        radius: delete_btn.radius
+        borderWidth: delete_btn.borderWidth
         onScrollUp: Global.scrollFlickablePageUp(panel)
         onScrollDown: Global.scrollFlickablePageDown(panel)
         onScrollBegin: Global.scrollFlickableBegin(panel)

@@ -127,15 +127,19 @@ FocusScope {
                 Loader {
                     active: wrapper.downloadMode
                     visible: active
+                    Accessible.role: Accessible.CheckBox
+                    Accessible.name: wrapper.title
+                    Accessible.description: wrapper.installed ? qsTr("@Unavailable") : ""
+                    Accessible.checkable: true
+                    Accessible.checked: wrapper.selectedToDownload
+                    Accessible.onToggleAction: if (!wrapper.installed) wrapper.toggleSelection()
                     sourceComponent: BitmapButton {
                         enabled: !wrapper.installed
                         image: Global.getNormalImage("checkbox_square_" + (wrapper.selectedToDownload ? "on" : "off"))
                         pressedImage: Global.getNormalImage("checkbox_square_on_inv")
                         disabledImage: Global.getNormalImage("checkbox_square_on_disabled")
                         text: wrapper.title
-                        Accessible.role: Accessible.CheckBox
-                        Accessible.checkable: true
-                        Accessible.checked: wrapper.selectedToDownload
+                        Accessible.ignored: true // a button's role can't be changed
                         onClicked: wrapper.toggleSelection()
                     }
                 }

@@ -69,6 +69,8 @@ DialogContainer {
                     ? qsTr("@DictionaryPackage")
                     : qsTr("@DictionariesHaveBeenDownloaded", "", wrapper.selectedCount).arg(wrapper.selectedCount)
                 wrapMode: Text.Wrap
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text.text
             }
             ProgressBar {
                 id: progress_bar

@@ -21,7 +21,7 @@ PushButton {
     font.bold: FontStyles.bold[fontStyle]
     padding: Global.mm(interactive ? 1 : 0)
     spacing: image ? Global.mm(2) : 0
-    Accessible.role: interactive ? Accessible.Button : Accessible.StaticText
+    Accessible.ignored: !interactive // a button's role can't be changed: its label speaks instead
 
     background: Rectangle {
         color: control.held ? GlobalValues.defaultHoveredColor : "transparent"
@@ -36,5 +36,8 @@ PushButton {
                  : control.unusable ? FontStyles.disabledTextColor : control.textColor
         spacing: control.spacing
         centred: control.alignment & Qt.AlignHCenter
+        Accessible.ignored: control.interactive
+        Accessible.role: Accessible.StaticText
+        Accessible.name: control.text
     }
 }

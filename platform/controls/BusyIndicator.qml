@@ -11,8 +11,7 @@ T.BusyIndicator {
     implicitWidth: Global.mm(6)
     implicitHeight: Global.mm(6)
     running: visible
-    Accessible.role: Accessible.Animation
-    Accessible.name: qsTr("@Busy")
+    Accessible.ignored: true // its role can't be changed: what it shows speaks instead
 
     Timer {
         interval: 600
@@ -21,6 +20,9 @@ T.BusyIndicator {
         onTriggered: control.step = (control.step + 1) % 8
     }
     contentItem: Item {
+        Accessible.role: Accessible.Animation
+        Accessible.name: qsTr("@Busy")
+
         Repeater {
             model: 8
 

@@ -41,6 +41,8 @@ FocusScope {
         onMoved: root.moveTo(value)
         Accessible.role: Accessible.Slider
         Accessible.name: qsTr("@Scroll")
+        Accessible.onIncreaseAction: root.moveTo(root.value + root.pageStep)
+        Accessible.onDecreaseAction: root.moveTo(root.value - root.pageStep)
 
         background: Rectangle {
             x: (slider.width - width) / 2

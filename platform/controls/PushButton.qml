@@ -14,6 +14,7 @@ T.AbstractButton {
 
     Accessible.role: Accessible.Button
     Accessible.name: text
+    Accessible.description: enabled ? "" : qsTr("@Unavailable")
 
     readonly property HeldKey enter: HeldKey {
         onActed: control.clicked()

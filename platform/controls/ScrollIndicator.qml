@@ -14,6 +14,7 @@ T.ScrollIndicator {
 
     width: GlobalValues.scrollIndicatorThickness
     height: length
+    Accessible.ignored: true
     size: length > 0 ? Math.min(1, thumbLength / length) : 1
     position: length > 0 ? Math.max(0, Math.min(thumbOffset, length - thumbLength)) / length : 0
 

@@ -2,9 +2,11 @@
 #include "tests/dictpmplugin/dictionary_files.h"
 #include "tests/platform/support/quick_device.h"
 
+#include <QAccessible>
 #include <QDir>
 #include <QHttpServer>
 #include <QHttpServerResponder>
+#include <QMetaEnum>
 #include <QTcpSocket>
 #include <QtQuickTest/quicktest.h>
 #include <optional>
@@ -23,6 +25,20 @@ int differenceOfCell(const QImage& a, const QImage& b, int left, int top) {
         for (int x = left; x < left + cell; ++x)
             sum += std::abs(qGray(a.pixel(x, y)) - qGray(b.pixel(x, y)));
     return sum / (cell * cell);
+}
+
+/// Each as "role|name|description"; what is hidden is left out.
+void collectAccessible(const QAccessibleInterface& parent, QStringList& found) {
+    for (int i = 0; i < parent.childCount(); ++i) {
+        const QAccessibleInterface* const child = parent.child(i);
+        if (child == nullptr || child->state().invisible)
+            continue;
+        const auto role = QMetaEnum::fromType<QAccessible::Role>().valueToKey(child->role());
+        found += QStringList{QLatin1String(role), child->text(QAccessible::Name),
+                             child->text(QAccessible::Description)}
+                     .join(u'|');
+        collectAccessible(*child, found);
+    }
 }
 
 } // namespace
@@ -76,6 +92,14 @@ public:
             QFile file(m_device.path("/mnt/ext1/system/hunspell/") + code + QLatin1String(ending));
             isThere ? file.open(QIODevice::WriteOnly) : file.remove();
         }
+    }
+
+    /// What an assistive tool that attaches now finds in the item's window.
+    Q_INVOKABLE [[nodiscard]] static QStringList accessibleItems(QQuickItem* item) {
+        QAccessible::setActive(true);
+        QStringList found;
+        collectAccessible(*QAccessible::queryAccessibleInterface(item->window()), found);
+        return found;
     }
 
     /// How the item's window differs from a stored picture; empty if, hinting of fonts aside, it doesn't.
