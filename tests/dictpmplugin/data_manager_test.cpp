@@ -133,6 +133,38 @@ private Q_SLOTS:
         QCOMPARE(m_manager->getDictionariesFromDB().getRight().size(), std::size_t(order.size()));
     }
 
+    /// Errors of the database are logged, one for each statement, and end nothing.
+    void synchronizesAllTheSame_data() {
+        QTest::addColumn<QString>("refusal");
+        QTest::addColumn<QStringList>("failures");
+        QTest::addColumn<int>("surplus"); // of records stored then, beside those offered
+        const QString trigger =
+            u"CREATE TRIGGER Refuse BEFORE %1 ON Dictionaries BEGIN SELECT RAISE(ABORT, '');"
+            " END"_qs;
+        QTest::newRow("to delete") << trigger.arg(u"DELETE") << QStringList(u"[warn] deleting all"_qs) << 3;
+        QTest::newRow("to add") << trigger.arg(u"INSERT") << QStringList(u"[warn] adding"_qs)
+                                << -int(m_offered.size());
+        QTest::newRow("all") << u"DROP TABLE Dictionaries"_qs
+                             << QStringList({u"[error] listing"_qs, u"[warn] deleting all"_qs,
+                                             u"[warn] preparing adding"_qs})
+                             << -int(m_offered.size());
+    }
+    void synchronizesAllTheSame() {
+        QFETCH(const QStringList, failures);
+        QFETCH(const QString, refusal);
+        QFETCH(const int, surplus);
+        m_holder->dictionaryDAO().addMultiple(tests::makeRecords(3)).qGetOrErr(); // the server offers them
+        tests::rows(database(), refusal);
+        m_watch->allow(u" expected right but \"error while "_qs);
+        QCOMPARE(synchronize(), success);
+        QStringList logged;
+        for (const QString& line : m_watch->lines(u" expected right but "_qs))
+            logged << line.section(u' ', 1, 1) +
+                          line.section(u"error while"_qs, 1).section(u" dictionaries"_qs, 0, 0);
+        QCOMPARE(logged, failures);
+        QCOMPARE(stored("dicts_id").size(), m_offered.size() + surplus);
+    }
+
     void theUnlistedGoFirstWhenThereAreTooMany() {
         auto unlisted = tests::makeRecords(20'000);
         for (auto& record : unlisted)
@@ -206,17 +238,32 @@ private Q_SLOTS:
             connector.tryConnectToInet();
         QCOMPARE(m_watch->lines(u"[connector] error while listDictionaries"_qs).size(), 28);
         QVERIFY(finished.size() == 32 && !finished.last().first().toBool());
+
+        m_device.server().resetSwitches();
+        dictionary::Connector closed(m_holder, nullptr);
+        QSignalSpy closedFinished(&closed, &dictionary::Connector::finished);
+        closed.setClose();
+        closed.tryConnectToInet();
+        QVERIFY(closedFinished.size() == 1 && !closedFinished.first().first().toBool());
+        QCOMPARE(stored("dicts_id").size(), 2 * m_offered.size());
     }
 
     void aFinishedConnectionRefreshesTheList() {
         close();
         m_watch->allow(u"is still in use"_qs); // the list model's connection stays
         QSignalSpy reset(dictionary::DictionariesListModel::instance(), &QAbstractItemModel::modelReset);
-        DataManager manager(std::make_shared<dictionary::DBHolder>(tests::openInMemory()));
-        manager.handleConnetingFinished(false);
+        m_watch->allow(u"database not open"_qs);
+        QSqlDatabase db = tests::openInMemory();
+        DataManager manager(std::make_shared<dictionary::DBHolder>(db));
+        db.close();
+        vellum::state::setNetState(0);
+        m_device.server().setSwitches({{u"catalogue"_qs, u"status:500"_qs}});
+        QCOMPARE(manager.getDictionariesFromDB().left(), DataManager::DatabaseFileNotExist);
+        QTRY_VERIFY(!m_watch->lines(u"[connector] error while listDictionaries"_qs).isEmpty());
         QCOMPARE(reset.size(), 0);
-        manager.handleConnetingFinished(true);
-        QCOMPARE(reset.size(), 1);
+        m_device.server().resetSwitches();
+        QVERIFY(reset.wait(5000));
+        manager.stopConnecting();
     }
 };
 

@@ -54,7 +54,7 @@ private Q_SLOTS:
             "sql error: table Migration already exists Unable to execute statement, at :";
         // Before it: the table's columns, the version, the step that fails.
         row("", "done, at 3: 1a 1b 3", "nothing, at 3: 1a 1b 3");
-        row("version INT=2", "done, at 3: 3", "nothing, at 3: 3");
+        row("version INT=1", "done, at 3: 3", "nothing, at 3: 3");
         row("version INT=9", "nothing, at 9:", "nothing, at 9:");
         row("version INT", "done, at : 1a 1b 3", "done, at : 1a 1b 3 1a 1b 3");
         row("==1b", "1b failed, at 0: 1a 1b", "done, at 3: 1a 1b 1a 1b 3");
