@@ -5,7 +5,11 @@
 
 namespace tessaly {
 
-/// Keeps the device awake while it lives. `name` labels the request, isn't owned and must outlive the object.
+/// Keeps the device awake while it lives. Several may live at once, on any threads.
+///
+///     const DeferSleep awake("refresh");
+///
+/// `name` labels the request, isn't owned and must outlive the object.
 class DeferSleep {
 public:
     explicit DeferSleep(const char* name);

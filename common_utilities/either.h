@@ -17,8 +17,7 @@ namespace tessaly {
 template<class L, class R>
 class Either;
 
-/// An error on its way into an Either, which it turns into by itself. Reading an empty one is a programming
-/// error.
+/// An error on its way into an Either, which it turns into by itself.
 template<class T>
 class Left {
 public:
@@ -44,8 +43,7 @@ private:
     boost::optional<T> m_value;
 };
 
-/// A value on its way into an Either, which it turns into by itself. Reading an empty one is a programming
-/// error.
+/// A value on its way into an Either, which it turns into by itself.
 template<class T>
 class Right {
 public:
@@ -86,8 +84,17 @@ void reportUnexpected(const char* word, const L& error) {
 
 } // namespace EitherPrivate
 
-/// The result of an operation that can fail: an error (left) or a value (right). A plain value: copied
-/// between threads freely, used by one at a time.
+/// The result of an operation that can fail: an error (left) or a value (right).
+///
+///     Either<DAOError, int> count() {
+///         if (!query.exec())
+///             return Left<DAOError>(DAOError("can not count", query.lastError()));
+///         return Right<int>(query.value(0).toInt());
+///     }
+///     const int shown = count().qGetOrErr(0); // logs an error
+///
+/// Ask isRight() before getRight(), which throws. Operations aren't chained: there is no map or flatMap on
+/// it. A plain value: copied between threads freely, used by one at a time.
 template<class L, class R>
 class Either {
 public:
@@ -120,8 +127,7 @@ public:
         return fallback;
     }
 
-    /// The value of a result that must not have failed: a failure is logged and ends the process with status
-    /// -1.
+    /// The value of a result that must not have failed: a failure is logged, and ends the process with -1.
     R unwrap() const {
         if (isLeft()) {
             log::cb::error(__FILE__, __LINE__, __PRETTY_FUNCTION__,
@@ -142,7 +148,7 @@ private:
     boost::variant<Alternative<L, 0>, Alternative<R, 1>> m_value;
 };
 
-/// The result of an operation that can fail and gives nothing when it doesn't.
+/// The result of an operation that can fail and gives nothing when it doesn't; `return {};` is success.
 template<class L>
 class Either<L, void> {
 public:

@@ -7,7 +7,11 @@
 
 namespace tessaly::utilities {
 
-/// Measures how long a scope runs, with the monotonic clock. One thread.
+/// Measures how long a scope runs, by a clock that nobody sets.
+///
+///     const auto measurement = FuncTimeMeasurement::prettyLog("fetch", false, false);
+///
+/// It measures once, from its constructor to its destructor; there is no pause and no lap. One thread.
 class FuncTimeMeasurement {
 public:
     /// `onFinish` gets the elapsed seconds when the object is destroyed.

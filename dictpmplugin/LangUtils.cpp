@@ -66,8 +66,7 @@ bool hasDisplayText(const boost::optional<Locale>& locale) {
         return false;
     if (findName(*locale))
         return true;
-    // Rows ask again with every repaint; one line a code is enough. Each thread keeps its own list, so none
-    // waits.
+    // Rows ask again with every repaint; one line a code is enough. A list for each thread needs no lock.
     thread_local std::set<std::string> warned;
     if (warned.insert(locale->language).second)
         LogLine(log::cb::warn) << "No display text for language " << *locale;

@@ -5,7 +5,11 @@
 #include <boost/optional.hpp>
 #include <string>
 
-/// English names of dictionary languages; they are not translated. Any thread.
+/// English names of dictionary languages, as the list shows and sorts them:
+///
+///     displayTextOr(record.languageFrom, "Other") // "Portuguese" for pt_BR
+///
+/// They are not translated, and codes are compared as they are, letter case included. Any thread.
 namespace tessaly::dictionary::langutils {
 
 using Locale = utilities::Locale;

@@ -17,8 +17,7 @@ constexpr int attemptLimit = 30;
 constexpr int pollIntervalMs = 1000;
 constexpr int agentFlags = 0x40000000;
 
-/// The agent may use its argument for as long as it likes, so the block is never freed; there is one for all
-/// agents.
+/// The agent may use its argument for as long as it likes: never freed, and one for all agents.
 char* agentArgument() {
     static char* const argument = strdup("connect_silent");
     return argument;

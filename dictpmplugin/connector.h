@@ -8,8 +8,15 @@ namespace tessaly::dictionary {
 
 class DBHolder;
 
-/// Brings the device online in the background and stores the server's catalogue once the server answers. Runs
-/// on the thread that owns it; a tick blocks it for the length of one request.
+/// Brings the device online in the background, and stores the server's catalogue once the server responds.
+///
+///     connect(&connector, &Connector::finished, this, &DataManager::handleConnetingFinished);
+///     const int agent = connector.connectToInet();
+///     ...
+///     connector.setClose(), CloseTask(agent, 0, 1);
+///
+/// It never replaces what is stored, and it doesn't end the agent. It runs on the thread that owns it; a tick
+/// blocks that thread for the length of one request.
 class Connector : public QObject {
     Q_OBJECT
 
@@ -26,8 +33,8 @@ Q_SIGNALS:
     void finished(bool is_ok);
 
 public Q_SLOTS:
-    /// Starts the network agent, whose task identifier it returns (the caller ends it), and polls every 1000
-    /// ms.
+    /// Starts the network agent and polls every second. Returns the agent's task identifier; the caller ends
+    /// it.
     int connectToInet();
     /// From now on each tick that finds the device offline fails. The polling goes on.
     void setClose();

@@ -15,19 +15,25 @@ namespace tessaly::dictionary {
 
 class DBHolder;
 
-/// Where the server's catalogue meets the stored one. The object and its slots belong to the thread of the
-/// interface; the fetching and synchronising operations block and may run on a worker, as long as no two that
-/// touch the database run at once.
+/// Where the server's catalogue meets the stored one.
+///
+///     DataManager manager(DBHolder::newDefault());
+///     if (!manager.synchronizeMetaData()) // connects, fetches, merges, stores
+///         const auto records = manager.getDictionariesFromDB();
+///
+/// It knows nothing of what is installed, but for what must not go when the catalogue is full, and fetches no
+/// packages. The object and its slots belong to the thread of the interface; the operations that fetch and
+/// synchronise block, and may run on a worker as long as no two that touch the database run at once.
 class DataManager : public QObject {
     Q_OBJECT
 
 public:
     enum Error {
         NetworkNotAvailableError = 0, ///< the device could not be connected
-        NetworkError = 1,             ///< no answer from the server
+        NetworkError = 1,             ///< no response from the server
         DatabaseFileNotExist = 2,     ///< no database; a connection was started in the background
         DatabaseError = 3,            ///< the stored catalogue can't be read
-        UndefinedError = 4            ///< any other answer of the server
+        UndefinedError = 4            ///< any other response of the server
     };
     Q_ENUM(Error)
 

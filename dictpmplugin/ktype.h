@@ -6,7 +6,11 @@
 #include <string>
 #include <typeinfo>
 
-/// The name of a class, for registering it with QML. Any thread.
+/// The name of a class, for registering it with QML:
+///
+///     KType<tessaly::dictionary::MorphExplorer>().head() // "MorphExplorer"
+///
+/// Names of templates are not what QML can take. Any thread.
 template<class T>
 class KType {
 public:

@@ -25,8 +25,7 @@ struct Document {
 };
 
 // Two documents are compiled in without being types, on purpose: DownloadProgress, which only the others use,
-// and DictionarySectionHeader, which none of them uses: the list makes its sections from the parts
-// themselves.
+// and DictionarySectionHeader, which none of them uses (the list makes its sections from the same parts).
 constexpr Document documents[] = {
     {"DictionariesListDialog", 1, 0, "qml/DictionariesListDialog.qml"},
     {"DictionaryInfo", 1, 0, "qml/DictionaryInfo.qml"},

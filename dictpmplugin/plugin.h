@@ -2,7 +2,11 @@
 
 #include <QQmlExtensionPlugin>
 
-/// What the QML engine loads for the module com.tessaly.dictionaries.
+/// What the QML engine loads for the module:
+///
+///     import com.tessaly.dictionaries 1.0
+///
+/// It is never linked and never made by hand, and holds nothing: its singletons live until the process ends.
 class TSDictpmPlugin : public QQmlExtensionPlugin {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID "org.qt-project.Qt.QQmlExtensionInterface/1.0")

@@ -59,8 +59,7 @@ public:
 
 private:
     Finding look() {
-        // What a killed process left in its log comes into the file. If a mode is refused, so is what
-        // follows.
+        // What a killed process left in its log comes into the file. If that is refused, the next is too.
         exec(QStringLiteral("PRAGMA journal_mode=DELETE"));
         exec(QStringLiteral("PRAGMA synchronous=NORMAL"));
         // Damage in the middle shows in no single statement; the catalogue is small enough to be read once.

@@ -6,7 +6,11 @@
 
 namespace tessaly {
 
-/// A failed database access: what the program was doing, and what the driver said. A plain value.
+/// A failed database access: what the program was doing, and what the driver said.
+///
+///     return Left<DAOError>(DAOError("error while listing dictionaries", query.lastError()));
+///
+/// A plain value.
 class DAOError {
 public:
     DAOError(const QString& message, const QSqlError& sqlError);

@@ -11,8 +11,12 @@
 
 namespace tessaly::dictionary {
 
-/// Reads and writes the catalogue's table `Dictionaries`. Each statement stands for itself, there is no
-/// transaction.
+/// Reads and writes the catalogue's table `Dictionaries`.
+///
+///     dao.deleteAll().qGetOrErr();
+///     dao.addMultiple(records).qGetOrErr();
+///
+/// Each statement stands for itself: there is no transaction, and no way to change or delete one record.
 ///
 /// The driver's connection has no mutex of its own: the handle may be handed from thread to thread, but two
 /// threads must never use it at once. Callers see to that: the list model refuses to read on its thread while
@@ -28,8 +32,7 @@ public:
     /// A stored language code that doesn't parse ends the process with status -1.
     [[nodiscard]] Either<DAOError, std::vector<DictionaryInfo>> list() const;
 
-    /// Stops at the first record that can't be inserted; those before it stay. The database assigns the row
-    /// ids.
+    /// Stops at the first record that can't be inserted; those before it stay. The database numbers the rows.
     [[nodiscard]] Either<DAOError, void> addMultiple(const std::vector<DictionaryInfo>& items) const;
 
     [[nodiscard]] Either<DAOError, void> deleteAll() const;

@@ -11,8 +11,14 @@
 
 namespace tessaly {
 
-/// Brings a database's schema up to the newest registered version. The version is kept in the one-column
-/// table `Migration` of the same database. Use it on the thread that may use the connection.
+/// Brings a database's schema up to the newest registered version.
+///
+///     Migration migration(db);
+///     migration.addVersion(1, QStringLiteral("${SYSTEMDATA}/config/dictionaries/migration/v1.sql"));
+///     const auto outcome = migration.migrate();
+///
+/// The version is kept in the one-column table `Migration` of the same database. There is no way back to an
+/// older version, and no transaction. Use it on the thread that may use the connection.
 class Migration {
 public:
     /// Why a migration failed: a statement, or anything else with a message of its own.
