@@ -127,12 +127,7 @@ bool refusesWriters(const QString& path) {
 void moveAside(const QString& path) {
     const QString aside = path + QStringLiteral(".damaged");
     QFile::remove(aside);
-    const bool moved = QFile::rename(path, aside);
-    if (moved) {
-        // They belong to the damaged file, and would be played into the new one.
-        for (const auto* const log : {"-journal", "-wal", "-shm"})
-            QFile::remove(path + QLatin1String(log));
-    }
+    const bool moved = QFile::rename(path, aside); // SQLite itself drops the logs of a file that isn't there
     LogLine(log::cb::error) << "Catalogue database is damaged: " << path
                             << (moved ? ", moved aside to " : ", could not be moved to ") << aside;
 }
