@@ -38,15 +38,10 @@ struct Dictd {
             add(code);
     }
     void add(const QString& code) const {
-        for (const char* const suffix : {"index", "dict.dz"})
-            QFile::copy(u"/usr/share/dictd/"_qs + name(code, suffix), path(code, suffix));
+        for (const QString& suffix : {u".index"_qs, u".dict.dz"_qs})
+            QFile::copy(u"/usr/share/dictd/freedict-"_qs + code + suffix, path(code + suffix));
     }
-    static QString name(const QString& code, const char* suffix) {
-        return u"freedict-%1.%2"_qs.arg(code, QString::fromLatin1(suffix));
-    }
-    QString path(const QString& code, const char* suffix) const {
-        return directory.filePath(name(code, suffix));
-    }
+    QString path(const QString& name) const { return directory.filePath(u"freedict-"_qs + name); }
 
     QTemporaryDir directory;
     QStringList options{u"--dictd"_qs, directory.path()};
@@ -69,7 +64,7 @@ private Q_SLOTS:
     void restartKeepsNumbersAndPort() {
         const Dictd dictd({u"ces-eng"_qs, u"srp-eng"_qs});
         m_server.start(dictd.options);
-        const QString address = m_server.url();
+        const QString url = m_server.url();
         const QMap<QString, int> before = numbers(m_server);
         QCOMPARE(before.size(), 2);
         int package = 0;
@@ -77,10 +72,10 @@ private Q_SLOTS:
         m_server.stop();
 
         // One is gone, one is new and would come first.
-        QFile::remove(dictd.path(u"ces-eng"_qs, "index"));
+        QFile::remove(dictd.path(u"ces-eng.index"_qs));
         dictd.add(u"deu-ita"_qs);
         m_server.start(dictd.options);
-        QCOMPARE(m_server.url(), address);
+        QCOMPARE(m_server.url(), url);
         const QMap<QString, int> after = numbers(m_server);
         QCOMPARE(after.keys().join(u' '), u"German-Italian.tsdict Serbian-English.tsdict"_qs);
         QCOMPARE(after.last(), before.last());
@@ -92,23 +87,19 @@ private Q_SLOTS:
         QVERIFY(next > package);
     }
 
-    void changedDictionaryIsConvertedAnew() {
-        const Dictd dictd({u"ces-eng"_qs});
-        const QString index = dictd.path(u"ces-eng"_qs, "index");
+    void heedsWhatBecomesOfADictionary() {
+        const Dictd dictd({u"ces-eng"_qs, u"srp-eng"_qs});
+        const QString index = dictd.path(u"ces-eng.index"_qs);
         QSet<QString> checksums;
         for (int i = 0; i < 2; ++i) {
             m_server.start(dictd.options);
             checksums << m_server.package(u"1"_qs)["sha256"].toString();
             m_server.stop();
-            writeFile(index, readFile(index) + "zzz\tB\tb\n");
+            writeFile(index, readFile(index) + "zzz\tB\tb\n"); // changed: is converted anew
         }
         QVERIFY(checksums.size() == 2 && !checksums.contains(QString()));
         QCOMPARE(QDir(m_server.statePath(u"converted"_qs)).entryList(QDir::Files).size(), 1);
-    }
-
-    void damagedDictionaryIsLeftOut() {
-        const Dictd dictd({u"ces-eng"_qs, u"srp-eng"_qs});
-        QVERIFY(QFile::resize(dictd.path(u"ces-eng"_qs, "dict.dz"), 4000));
+        QVERIFY(QFile::resize(dictd.path(u"ces-eng.dict.dz"_qs), 4000)); // damaged: is left out
         m_server.start(dictd.options);
         QCOMPARE(numbers(m_server).keys().join(u' '), u"Serbian-English.tsdict"_qs);
     }
@@ -116,14 +107,14 @@ private Q_SLOTS:
     void takenPort() {
         m_server.start({u"--all-languages"_qs});
         QVERIFY(numbers(m_server).contains(u"Latin-English.tsdict"_qs));
-        const QString address = m_server.url();
+        const QString url = m_server.url();
         const QString port = QString::number(m_server.port());
         m_server.stop();
         QTcpServer other;
         QVERIFY(other.listen(QHostAddress::LocalHost, port.toUShort()));
         QCOMPARE(failedStart({u"--state"_qs, m_server.statePath(), u"--port"_qs, port}), 1);
         m_server.start();
-        QVERIFY(m_server.url() != address && !m_server.catalogue().isEmpty());
+        QVERIFY(m_server.url() != url && !m_server.catalogue().isEmpty());
     }
 
     void wrongCommandLines() {
