@@ -1,22 +1,20 @@
 #include "catalogue_parser.h"
 
 #include "server_request.h"
-#include "web_address.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
-#include <algorithm>
 #include <common_utilities/log_line.h>
 #include <limits>
 #include <unordered_set>
 #include <utilities/locale_parser.h>
-#include <vellum/dictionary_folders.h>
+#include <utilities/url.h>
+#include <vellum/dictionary_files.h>
 
 namespace tessaly::dictionary {
 
 namespace {
 
-constexpr qsizetype longestFileName = 255;
 constexpr qint64 largestNumber = std::numeric_limits<std::int32_t>::max();
 
 // What a screen can bear, in characters.
@@ -53,14 +51,6 @@ QString cut(QString text, qsizetype longest) {
     if (text.back().isHighSurrogate())
         text.chop(1);
     return text + QChar(0x2026);
-}
-
-bool isDictionaryFileName(const QString& name) {
-    const QByteArray bytes = name.toUtf8();
-    const auto isForbidden = [](QChar c) { return c == u'/' || c.category() == QChar::Other_Control; };
-    return bytes.size() <= longestFileName && bytes.size() > qsizetype(vellum::dictionaryEnding.size()) &&
-           bytes.toStdString().ends_with(vellum::dictionaryEnding) &&
-           std::none_of(name.begin(), name.end(), isForbidden);
 }
 
 /// Reads the members of one record; the first that is not what it has to be makes the record a bad one.
@@ -144,12 +134,11 @@ DictionaryInfo readRecord(RecordReader& reader) {
     info.name = reader.text("name");
     reader.require(!info.name.empty(), "no name");
     info.file = reader.text("file");
-    reader.require(isDictionaryFileName(QString::fromStdString(info.file)),
-                   "file is not a dictionary file's name");
+    reader.require(vellum::isDictionaryFileName(info.file), "file is not a dictionary file's name");
     info.version = std::int32_t(reader.number("version", -largestNumber, largestNumber));
     reader.number("size", 0, std::numeric_limits<qint64>::max());
     info.thumbnail = reader.text("thumbnail", longestUrl + 1);
-    if (qsizetype(info.thumbnail.size()) > longestUrl || !isWebAddress(info.thumbnail))
+    if (qsizetype(info.thumbnail.size()) > longestUrl || !utilities::isWebUrl(info.thumbnail))
         info.thumbnail.clear();
     info.description = reader.text("description", longestDescription);
     info.category = reader.text("category");

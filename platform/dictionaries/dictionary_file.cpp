@@ -1,29 +1,26 @@
 #include <dictionaries/dictionary_file.h>
 
-#include "sqlite_reader.h"
-#include "web_address.h"
-
 #include <QString>
 #include <base/device_root.h>
-#include <base/log.h>
 #include <charconv>
+#include <common_utilities/log_line.h>
 #include <map>
-#include <ostream>
+#include <stdexcept>
 #include <utilities/locale_parser.h>
+#include <utilities/url.h>
+#include <vellum/dictionary_database.h>
 
 namespace tessaly::dictionary {
 
 namespace {
 
-using Rows = std::vector<SqliteReader::Row>;
-
-// Whatever the keys are: picking them out by the statement takes longer than all the rest of opening a file.
-constexpr auto metadataStatement = "SELECT key, value FROM metadata LIMIT 1000";
+using vellum::DictionaryDatabase;
+using Rows = std::vector<DictionaryDatabase::Row>;
 
 /// The metadata texts by key; of a repeated key the first.
 std::map<std::string, std::string> textsFrom(const Rows& rows) {
     std::map<std::string, std::string> texts;
-    for (const SqliteReader::Row& row : rows)
+    for (const DictionaryDatabase::Row& row : rows)
         texts.emplace(row[0], row[1]);
     return texts;
 }
@@ -54,65 +51,37 @@ Metadata metadataFrom(std::map<std::string, std::string> texts) {
             texts["provider"],
             texts["publish_date"],
             texts["set"],
-            isWebAddress(thumbnail) ? thumbnail : std::string(),
+            utilities::isWebUrl(thumbnail) ? thumbnail : std::string(),
             numberFrom(texts["version"])};
 }
 
 } // namespace
 
-struct DictionaryFile::Database {
-    std::shared_ptr<SqliteReader> reader;
-
-    /// The entries whose `column`, an indexed one, is `text`.
-    [[nodiscard]] Rows entriesBy(const std::string& column, const std::string& text) const {
-        const auto rows = reader->rows(
-            "SELECT headword, definition FROM entries WHERE " + column + " = ?1 LIMIT 1000", {text});
-        if (rows.isRight())
-            return rows.getRight();
-        log::cb::warn(__FILE__, __LINE__, __func__, [&](std::ostream& out) -> std::ostream& {
-            return out << "Failed to look up a word: " << rows.getLeft();
-        });
-        return {};
-    }
-};
-
 std::vector<Entry> DictionaryFile::lookup(const std::string& word) const {
-    Rows rows = m_database->entriesBy("headword", word);
-    if (rows.empty())
-        rows = m_database->entriesBy("folded", foldedForm(word));
     std::vector<Entry> entries;
-    for (const SqliteReader::Row& row : rows)
-        entries.push_back({row[0], row[1]});
+    try {
+        const std::string statement = "SELECT headword, definition FROM entries WHERE ";
+        Rows rows = m_database->rows(statement + "headword = ?1 LIMIT 1000", word);
+        if (rows.empty())
+            rows = m_database->rows(statement + "folded = ?1 LIMIT 1000", foldedForm(word));
+        for (const DictionaryDatabase::Row& row : rows)
+            entries.push_back({row[0], row[1]});
+    } catch (const std::runtime_error& error) {
+        LogLine(log::cb::warn) << "Failed to look up a word: " << error.what();
+    }
     return entries;
 }
 
 Either<Error, DictionaryFile> open(const std::string& path) {
-    const std::string hostPath = base::hostPath(path);
-    const auto reader = SqliteReader::open(hostPath);
-    if (reader.isLeft())
-        return Left<Error>(reader.getLeft());
-    SqliteReader& database = *reader.getRight();
-
-    // Tables with a page of their own: views and virtual tables are code of somebody else's.
-    const auto tables =
-        database.rows("SELECT count(*) FROM sqlite_schema WHERE type = 'table' AND rootpage > 0 "
-                      "AND name IN ('metadata', 'entries')");
-    if (tables.isLeft())
-        return Left<Error>(tables.getLeft());
-    if (tables.getRight() != Rows{{"2"}})
-        return Left<Error>({{{hostPath, -1, "not a dictionary"}}});
-    const auto entries = database.rows("SELECT headword, definition, folded FROM entries LIMIT 1");
-    if (entries.isLeft())
-        return Left<Error>(entries.getLeft());
-    const auto metadata = database.rows(metadataStatement);
-    if (metadata.isLeft())
-        return Left<Error>(metadata.getLeft());
-
-    DictionaryFile file;
-    file.m_database = std::make_shared<DictionaryFile::Database>(DictionaryFile::Database{reader.getRight()});
-    if (!metadata.getRight().empty())
-        file.m_metadata = metadataFrom(textsFrom(metadata.getRight()));
-    return Right<DictionaryFile>(file);
+    try {
+        DictionaryFile file;
+        file.m_database = std::make_shared<DictionaryDatabase>(base::hostPath(path));
+        if (!file.m_database->metadata().empty())
+            file.m_metadata = metadataFrom(textsFrom(file.m_database->metadata()));
+        return Right<DictionaryFile>(file);
+    } catch (const std::runtime_error& error) {
+        return Left<Error>({{{path, -1, error.what()}}});
+    }
 }
 
 } // namespace tessaly::dictionary

@@ -4,10 +4,9 @@
 
 #include <QtConcurrent>
 #include <algorithm>
-#include <base/log.h>
+#include <common_utilities/log_line.h>
 #include <dictionaries/morph_secret_provider.h>
 #include <dictionaries/routes.h>
-#include <ostream>
 #include <vellum/clock.h>
 #include <vellum/vellum.h>
 
@@ -24,11 +23,9 @@ std::optional<QHash<QString, QString>> fetch(const std::string& baseUrl, const s
     const auto urls = listMorphology(baseUrl, apiKey, stop);
     if (urls.isRight())
         return urls.getRight();
-    if (stop.stop_requested() || vellum::clock::isAwake()) // nobody wants it any more
+    if (stop.stop_requested() || vellum::clock::isQuitting()) // nobody wants it any more
         return std::nullopt;
-    log::cb::warn(__FILE__, __LINE__, __func__, [&](std::ostream& out) -> std::ostream& {
-        return out << "Failed to list morphology data: " << to_string(urls.getLeft());
-    });
+    LogLine(log::cb::warn) << "Failed to list morphology data: " << to_string(urls.getLeft());
     return std::nullopt;
 }
 

@@ -1,11 +1,10 @@
 #include <dictionaries/vl_api.h>
 
 #include <base/device_root.h>
-#include <base/log.h>
-#include <vellum/dictionary_folders.h>
+#include <common_utilities/log_line.h>
+#include <vellum/dictionary_files.h>
 
 #include <filesystem>
-#include <ostream>
 #include <set>
 
 namespace tessaly::vl_api {
@@ -24,8 +23,7 @@ std::set<std::string> dictionaryFilesIn(const std::string& folder) {
         const std::string file = entry->path().filename();
         // The status follows links: a dangling one, or one to a folder, is no dictionary.
         std::error_code unreadable;
-        if (file.size() > vellum::dictionaryEnding.size() && file.ends_with(vellum::dictionaryEnding) &&
-            entry->is_regular_file(unreadable))
+        if (vellum::isDictionaryFileName(file) && entry->is_regular_file(unreadable))
             files.insert(file);
     }
     return files;
@@ -56,15 +54,13 @@ DictionariesBimap enumDictionaries() {
     DictionariesBimap dictionaries;
     for (const std::string_view folder : vellum::dictionaryFolders) {
         for (const std::string& file : dictionaryFilesIn(std::string(folder))) {
-            const Dictionary dictionary{file.substr(0, file.size() - vellum::dictionaryEnding.size()), file,
+            const Dictionary dictionary{file.substr(0, file.size() - vellum::dictionarySuffix.size()), file,
                                         std::string(folder)};
             if (dictionaries.insert(dictionary))
                 continue;
-            log::cb::warn(__FILE__, __LINE__, __func__, [&](std::ostream& out) -> std::ostream& {
-                return out << dictionary.absolutePath()
-                           << " is left out: " << dictionaries.findByFileName(file)->absolutePath()
-                           << " has the same name";
-            });
+            LogLine(log::cb::warn) << dictionary.absolutePath()
+                                   << " is left out: " << dictionaries.findByFileName(file)->absolutePath()
+                                   << " has the same name";
         }
     }
     return dictionaries;

@@ -1,6 +1,13 @@
 #include <vellum/clock.h>
+
+#include "testing.h"
+
 #include <vellum/vellum.h>
 
+#include <QCoreApplication>
+#include <QHash>
+#include <QPointer>
+#include <QTimer>
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -8,14 +15,16 @@
 #include <mutex>
 #include <utility>
 
+namespace vellum {
+
 namespace {
 
 struct Clock {
     std::mutex mutex;
-    std::condition_variable wake;
-    bool awake = false;
+    std::condition_variable_any wake;
+    bool isQuitting = false;
     std::vector<int> sleeps;
-    std::list<std::function<void()>> wakers;
+    std::list<std::function<void()>> atQuit;
     std::atomic<double> speed{1.0};
 };
 
@@ -25,60 +34,97 @@ Clock& theClock() {
     return *instance;
 }
 
+/// Armed timers by name. Touched on the application's thread only; the application owns the timers.
+QHash<QByteArray, QPointer<QTimer>>& armedTimers() {
+    static QHash<QByteArray, QPointer<QTimer>> timers;
+    return timers;
+}
+
+/// Before the application waits for its workers, which it does at the end of its destructor; not all leave by
+/// way of the event loop.
+void quitWithApplication() {
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, qApp, clock::beginQuit, Qt::DirectConnection);
+    qAddPostRoutine(clock::beginQuit);
+}
+Q_COREAPP_STARTUP_FUNCTION(quitWithApplication)
+
 } // namespace
 
-namespace vellum::clock {
-
-void setSpeed(double factor) {
+void clock::setSpeed(double factor) {
     theClock().speed = factor;
 }
 
-void wakeAll() {
-    const std::lock_guard lock(theClock().mutex);
-    theClock().awake = true;
-    theClock().wake.notify_all();
-    for (const auto& waker : theClock().wakers)
-        waker();
-}
-
-void resume() {
-    const std::lock_guard lock(theClock().mutex);
-    theClock().awake = false;
-}
-
-bool isAwake() {
-    const std::lock_guard lock(theClock().mutex);
-    return theClock().awake;
-}
-
-OnWake::OnWake(std::function<void()> function) {
-    const std::lock_guard lock(theClock().mutex);
-    m_position = theClock().wakers.insert(theClock().wakers.end(), std::move(function));
-    if (theClock().awake)
-        (*m_position)();
-}
-
-OnWake::~OnWake() {
-    const std::lock_guard lock(theClock().mutex);
-    theClock().wakers.erase(m_position);
-}
-
-std::vector<int> takeSleeps() {
-    const std::lock_guard lock(theClock().mutex);
-    return std::exchange(theClock().sleeps, {});
-}
-
-int scaled(int milliseconds) {
+int clock::scaled(int milliseconds) {
     return std::max(0, int(milliseconds / theClock().speed.load()));
 }
 
-} // namespace vellum::clock
-
-void vl_sleep(int milliseconds) {
+void clock::sleep(int milliseconds, const std::stop_token& stop) {
     std::unique_lock lock(theClock().mutex);
     // A long-running process must not collect waits that nobody asks for.
     if (theClock().sleeps.size() < 1000)
         theClock().sleeps.push_back(milliseconds);
-    theClock().wake.wait_for(lock, std::chrono::milliseconds(vellum::clock::scaled(milliseconds)),
-                             [] { return theClock().awake; });
+    theClock().wake.wait_for(lock, stop, std::chrono::milliseconds(scaled(milliseconds)),
+                             [] { return theClock().isQuitting; });
+}
+
+void clock::beginQuit() {
+    const std::lock_guard lock(theClock().mutex);
+    theClock().isQuitting = true;
+    theClock().wake.notify_all();
+    for (const auto& function : theClock().atQuit)
+        function();
+}
+
+bool clock::isQuitting() {
+    const std::lock_guard lock(theClock().mutex);
+    return theClock().isQuitting;
+}
+
+clock::OnQuit::OnQuit(std::function<void()> function) {
+    const std::lock_guard lock(theClock().mutex);
+    m_position = theClock().atQuit.insert(theClock().atQuit.end(), std::move(function));
+    if (theClock().isQuitting)
+        (*m_position)();
+}
+
+clock::OnQuit::~OnQuit() {
+    const std::lock_guard lock(theClock().mutex);
+    theClock().atQuit.erase(m_position);
+}
+
+void testing::resume() {
+    const std::lock_guard lock(theClock().mutex);
+    theClock().isQuitting = false;
+}
+
+std::vector<int> testing::takeSleeps() {
+    const std::lock_guard lock(theClock().mutex);
+    return std::exchange(theClock().sleeps, {});
+}
+
+} // namespace vellum
+
+void vl_sleep(int milliseconds) {
+    vellum::clock::sleep(milliseconds, {});
+}
+
+void SetHardTimerEx(const char* name, void (*function)(void*), void* context, int milliseconds) {
+    const QByteArray key(name);
+    QMetaObject::invokeMethod(
+        qApp,
+        [=] {
+            auto& timers = vellum::armedTimers();
+            delete timers.take(key).data();
+            auto* const timer = new QTimer(qApp);
+            timer->setSingleShot(true);
+            timer->setTimerType(Qt::PreciseTimer);
+            QObject::connect(timer, &QTimer::timeout, timer, [=] {
+                vellum::armedTimers().remove(key);
+                timer->deleteLater();
+                function(context);
+            });
+            timers.insert(key, timer);
+            timer->start(vellum::clock::scaled(milliseconds));
+        },
+        Qt::AutoConnection);
 }

@@ -1,13 +1,47 @@
 #include "config_file.h"
 
-#include <vellum/atomic_file.h>
+#include <base/device_root.h>
+#include <base/file.h>
+#include <vellum/vellum.h>
 
+#include <QSaveFile>
 #include <charconv>
-#include <fstream>
+#include <fcntl.h>
+#include <sstream>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
 
 namespace vellum {
 
 namespace {
+
+namespace base = tessaly::base;
+
+constexpr off_t longestFile = 1 << 20;
+
+/// Empty for what isn't a plain file of a bearable length: a pipe would block, a sparse file fill the memory.
+std::string contentOf(const std::string& hostPath) {
+    const base::FileDescriptor file(::open(hostPath.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    struct stat status {};
+    if (::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > longestFile)
+        return {};
+    std::string content(std::size_t(status.st_size), '\0');
+    const ssize_t count = ::read(file.get(), content.data(), content.size());
+    content.resize(count > 0 ? std::size_t(count) : 0);
+    return content;
+}
+
+/// QSaveFile gives the file its name but leaves it to others that the directory knows of it after a power
+/// cut.
+bool syncDirectoryOf(const std::string& hostPath) {
+    try {
+        base::syncToDisk(hostPath.substr(0, hostPath.rfind('/') + 1));
+    } catch (const std::system_error&) {
+        return false;
+    }
+    return true;
+}
 
 std::string escaped(const std::string& text, bool isKey) {
     std::string result;
@@ -43,7 +77,7 @@ std::string unescaped(const std::string& text) {
 
 ConfigFile ConfigFile::load(const std::string& hostPath) {
     ConfigFile config;
-    std::ifstream file(hostPath, std::ios::binary);
+    std::istringstream file(contentOf(hostPath));
     for (std::string line; std::getline(file, line);) {
         const auto equals = line.find('=');
         if (equals != std::string::npos)
@@ -70,7 +104,49 @@ bool ConfigFile::save(const std::string& hostPath) const {
     std::string content;
     for (const auto& [key, value] : m_values)
         content += escaped(key, true) + '=' + escaped(value, false) + '\n';
-    return replaceFile(hostPath, content);
+    QSaveFile file(QString::fromStdString(hostPath));
+    return file.open(QIODevice::WriteOnly) &&
+           file.write(content.data(), qint64(content.size())) == qint64(content.size()) && file.commit() &&
+           syncDirectoryOf(hostPath);
 }
 
 } // namespace vellum
+
+struct vl_config {
+    std::string hostPath;
+    bool writable = false;
+    vellum::ConfigFile file;
+};
+
+vl_config* OpenConfig(const char* path, int mode) {
+    const std::string hostPath = tessaly::base::hostPath(path);
+    return new vl_config{hostPath, mode == 1, vellum::ConfigFile::load(hostPath)};
+}
+
+int ReadInt(const vl_config* config, const char* key, int fallback) {
+    return config->file.intValue(key, fallback);
+}
+
+std::string ReadString(const vl_config* config, const char* key, const char* fallback) {
+    return config->file.value(key).value_or(fallback);
+}
+
+bool HasKey(const vl_config* config, const char* key) {
+    return config->file.value(key).has_value();
+}
+
+void WriteInt(vl_config* config, const char* key, int value) {
+    config->file.setValue(key, std::to_string(value));
+}
+
+void WriteString(vl_config* config, const char* key, const char* value) {
+    config->file.setValue(key, value);
+}
+
+bool SaveConfig(vl_config* config) {
+    return config->writable && config->file.save(config->hostPath);
+}
+
+void CloseConfig(vl_config* config) {
+    delete config;
+}

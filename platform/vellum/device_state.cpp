@@ -1,20 +1,22 @@
 #include <vellum/device_state.h>
 
 #include "config_file.h"
+#include "testing.h"
 
 #include <base/device_root.h>
-#include <base/log.h>
+#include <base/file.h>
 #include <vellum/vellum.h>
 
+#include <atomic>
 #include <charconv>
 #include <fcntl.h>
-#include <ostream>
 #include <sys/file.h>
-#include <unistd.h>
 
 namespace vellum::state {
 
 namespace {
+
+namespace base = tessaly::base;
 
 constexpr auto statePath = "/var/device_state.cfg";
 constexpr auto networkReachable = "network_reachable";
@@ -27,38 +29,18 @@ constexpr auto screenKey = "screen";
 constexpr auto languageKey = "language";
 
 ConfigFile load() {
-    return ConfigFile::load(tessaly::base::hostPath(statePath));
+    return ConfigFile::load(base::hostPath(statePath));
 }
 
-/// Keeps two processes from changing the file at the same time, so that neither loses the other's change.
-class FileLock {
-public:
-    explicit FileLock(const std::string& path)
-        : m_file(::open((path + ".lock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0644)) {
-        if (m_file >= 0)
-            ::flock(m_file, LOCK_EX);
-    }
-    ~FileLock() {
-        if (m_file >= 0)
-            ::close(m_file);
-    }
-    FileLock(const FileLock&) = delete;
-    FileLock& operator=(const FileLock&) = delete;
-
-private:
-    int m_file;
-};
-
 void store(const char* key, const std::string& value) {
-    const std::string path = tessaly::base::hostPath(statePath);
-    const FileLock lock(path);
+    const std::string path = base::hostPath(statePath);
+    // Two processes that change the file at the same time would lose the change of one.
+    const base::FileDescriptor lock(::open((path + ".lock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0644));
+    ::flock(lock.get(), LOCK_EX);
     ConfigFile config = ConfigFile::load(path);
     config.setValue(key, value);
-    if (!config.save(path)) {
-        tessaly::log::cb::error(__FILE__, __LINE__, __func__, [&](std::ostream& out) -> std::ostream& {
-            return out << "Can not write the device state " << path;
-        });
-    }
+    if (!config.save(path))
+        ts_print_log2(2, __FILE__, __LINE__, __func__, "Can not write the device state %s", path.c_str());
 }
 
 } // namespace
@@ -126,6 +108,40 @@ void setLanguage(const std::string& code) {
 }
 
 } // namespace vellum::state
+
+namespace {
+
+constexpr unsigned char running = 1;
+std::atomic<int> activeCount{0};
+std::atomic<int> startedCount{0};
+
+} // namespace
+
+int vellum::testing::activeSleepPreventors() {
+    return activeCount;
+}
+int vellum::testing::startedSleepPreventors() {
+    return startedCount;
+}
+
+void vl_sleep_preventor_start(vl_sleep_preventor* preventor) {
+    if (preventor->state == running)
+        return;
+    preventor->state = running;
+    ++activeCount;
+    ++startedCount;
+}
+
+void vl_sleep_preventor_stop(vl_sleep_preventor* preventor) {
+    if (preventor->state != running)
+        return;
+    preventor->state = 0;
+    --activeCount;
+}
+
+int GetNetState() {
+    return vellum::state::netState();
+}
 
 bool vl_debug_mode() {
     return vellum::state::isDebugMode();

@@ -1,8 +1,6 @@
-#include "tasks.h"
-
 #include <base/device_root.h>
-#include <base/log.h>
 #include <vellum/clock.h>
+#include <vellum/device_state.h>
 #include <vellum/vellum.h>
 
 #include <cerrno>
@@ -12,7 +10,6 @@
 #include <cstring>
 #include <filesystem>
 #include <mutex>
-#include <ostream>
 #include <set>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -56,6 +53,18 @@ fs::path canonicalHostPath(const std::string& devicePath) {
     return fs::weakly_canonical(tessaly::base::hostPath(devicePath), error);
 }
 
+/// Until the child has ended, or the process is about to quit.
+void waitForChild(pid_t child) {
+    bool isQuitting = false;
+    const vellum::clock::OnQuit atQuit([&isQuitting] {
+        const std::lock_guard lock(children().mutex);
+        isQuitting = true;
+        children().ended.notify_all();
+    });
+    std::unique_lock lock(children().mutex);
+    children().ended.wait(lock, [&] { return isQuitting || !children().running.contains(child); });
+}
+
 } // namespace
 
 int OpenTask(const char* path, int argc, const char* const* argv, int) {
@@ -71,9 +80,8 @@ int OpenTask(const char* path, int argc, const char* const* argv, int) {
     pid_t child = -1;
     const int failure = ::posix_spawn(&child, program.c_str(), nullptr, nullptr, arguments.data(), environ);
     if (failure != 0) {
-        tessaly::log::cb::error(__FILE__, __LINE__, __func__, [&](std::ostream& out) -> std::ostream& {
-            return out << "Can not start " << program << ": " << std::strerror(failure);
-        });
+        ts_print_log2(2, __FILE__, __LINE__, __func__, "Can not start %s: %s", program.c_str(),
+                      std::strerror(failure));
         return -1;
     }
     {
@@ -105,13 +113,15 @@ int CloseTask(int task, int, int) {
     return ::kill(task, SIGTERM) == 0 ? 0 : -1;
 }
 
-void vellum::waitForTask(int task) {
-    bool isAwake = false;
-    const clock::OnWake onWake([&isAwake] {
-        const std::lock_guard lock(children().mutex);
-        isAwake = true;
-        children().ended.notify_all();
-    });
-    std::unique_lock lock(children().mutex);
-    children().ended.wait(lock, [&isAwake, task] { return isAwake || !children().running.contains(task); });
+int NetConnect2(const char*, int) {
+    if (GetNetState() == 2)
+        return 0;
+    if (vellum::clock::isQuitting() || !vellum::state::isNetworkReachable())
+        return -1;
+    const char* const arguments[] = {"connect_silent"};
+    const int agent = OpenTask("/ebrmain/bin/netagent", 1, arguments, 0);
+    if (agent < 0)
+        return -1;
+    waitForChild(agent);
+    return GetNetState() == 2 ? 0 : -1;
 }

@@ -82,7 +82,7 @@ int main(int argc, char** argv) {
         if (log.allOk() && input != (touch ? QStringLiteral("keys") : QStringLiteral("touch")))
             play(*device, log, folder, touch, pictureCount);
     }
-    vellum::clock::wakeAll();
+    vellum::clock::beginQuit();
     const QString deviceLog = device ? device->logPath() : QString();
     device.reset(); // gives the console back
     const bool isSaved = log.save(folder);

@@ -37,7 +37,7 @@ void configure(const Options& options) {
 /// Cancels what runs. True if nothing is left running.
 bool endWork(QObject* window) {
     QMetaObject::invokeMethod(window, "endWork");
-    vellum::clock::wakeAll();
+    vellum::clock::beginQuit();
     return QThreadPool::globalInstance()->waitForDone(workersPatienceMs);
 }
 

@@ -1,7 +1,7 @@
 #include <common_utilities/defer_sleep.h>
 #include <common_utilities/time_measurement.h>
+#include <platform/vellum/testing.h>
 #include <tests/support/log_watch.h>
-#include <vellum/sleep_prevention.h>
 
 #include <QRegularExpression>
 #include <QTest>
@@ -27,12 +27,12 @@ private Q_SLOTS:
     void keepsTheDeviceAwake() {
         {
             const DeferSleep outer("outer");
-            QCOMPARE(vellum::activeSleepPreventors(), 1);
+            QCOMPARE(vellum::testing::activeSleepPreventors(), 1);
             { const DeferSleep inner("inner"); }
-            QCOMPARE(vellum::activeSleepPreventors(), 1);
+            QCOMPARE(vellum::testing::activeSleepPreventors(), 1);
         }
-        QCOMPARE(vellum::activeSleepPreventors(), 0);
-        QCOMPARE(vellum::startedSleepPreventors(), 2);
+        QCOMPARE(vellum::testing::activeSleepPreventors(), 0);
+        QCOMPARE(vellum::testing::startedSleepPreventors(), 2);
     }
 };
 

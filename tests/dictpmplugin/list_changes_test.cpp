@@ -3,8 +3,8 @@
 
 #include <dictionaries/routes.h>
 #include <dictpmplugin/current_dictionary.h>
+#include <platform/vellum/testing.h>
 #include <vellum/device_state.h>
-#include <vellum/sleep_prevention.h>
 
 #include <QJsonArray>
 #include <stdexcept>
@@ -178,7 +178,7 @@ private Q_SLOTS:
         QVERIFY(!m_list->tester ||
                 m_list->model.choosedDictionaryTitle() ==
                     m_list->model.getDisplayTitle(m_list->model.selectedDictionaryIndex()));
-        QCOMPARE(vellum::activeSleepPreventors(), 0);
+        QCOMPARE(vellum::testing::activeSleepPreventors(), 0);
     }
 
     void entersDownloadMode_data() {

@@ -4,6 +4,7 @@
 
 #include <dictpmplugin/dictionarieslistmodel.h>
 #include <dictpmplugin/dictpmcontroller.h>
+#include <platform/vellum/testing.h>
 #include <simulator/fixture/test_device.h>
 #include <tests/support/log_watch.h>
 #include <utilities/cfg_wrapper.h>
@@ -102,12 +103,12 @@ class PackageDownloadTest : public QObject {
         m_script.add("cancel", [](const QString&) { controller().cancelDownloading(); });
         m_script.add("until", [](const QString& state) {
             QTRY_COMPARE_WITH_TIMEOUT(controller().syncState(), state.toInt(), 20000);
-            vellum::clock::takeSleeps();
+            vellum::testing::takeSleeps();
         });
         m_script.add("wait", [](const QString& milliseconds) { QTest::qWait(milliseconds.toInt()); });
         m_script.add("asleep", [](const QString&) {
             bool hasSlept = false;
-            QTRY_VERIFY(hasSlept = hasSlept || !vellum::clock::takeSleeps().empty());
+            QTRY_VERIFY(hasSlept = hasSlept || !vellum::testing::takeSleeps().empty());
         });
         m_script.add("loading",
                      [this](const QString&) { QTRY_COMPARE(filesIn("/mnt/ext1/Downloads").size(), 1); });
@@ -169,7 +170,7 @@ private Q_SLOTS:
         controller().setErrorType(0);
         markTwo();
         m_signals.emplace(&controller());
-        vellum::clock::takeSleeps();
+        vellum::testing::takeSleeps();
         m_progress.clear();
     }
     void cleanup() {
@@ -270,7 +271,7 @@ private Q_SLOTS:
         if (script.contains(u"reset; again"_qs)) // for the package that was asked for before
             QVERIFY(!m_device.server().status()[u"requests"].toObject().contains(u"package_request"));
         if (told == u"1 2 error(2) 5") {
-            QCOMPARE(vellum::clock::takeSleeps(),
+            QCOMPARE(vellum::testing::takeSleeps(),
                      std::vector<int>({2000, 2000, 2000, 2000, 2000, 5000, 5000, 5000, 5000, 5000}));
         }
         QCOMPARE(controller().isInstalling(), 90 <= controller().progress() && controller().progress() <= 95);

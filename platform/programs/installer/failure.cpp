@@ -1,13 +1,16 @@
 #include "failure.h"
 
-#include <cerrno>
-#include <system_error>
-
 namespace tessaly::installer {
 
-Failure systemFailure(Code code, const std::string& action, int error) {
-    const bool isFull = error == ENOSPC || error == EDQUOT;
-    return {isFull ? Code::NoSpace : code, action + ": " + std::generic_category().message(error)};
+namespace {
+
+bool isFull(const std::error_code& code) {
+    return code == std::errc::no_space_on_device || code.value() == EDQUOT;
 }
+
+} // namespace
+
+Failure::Failure(Code code, const std::system_error& error)
+    : Failure(isFull(error.code()) ? Code::NoSpace : code, error.what()) {}
 
 } // namespace tessaly::installer

@@ -3,16 +3,13 @@
 
 #include "failure.h"
 #include "install.h"
-#include "installer_lock.h"
 #include "status_file.h"
+#include "storage.h"
 
-#include <algorithm>
 #include <base/log.h>
-#include <cctype>
 #include <clocale>
 #include <exception>
 #include <optional>
-#include <ostream>
 
 using namespace tessaly::installer;
 
@@ -38,12 +35,8 @@ Code logFailure() {
     } catch (const std::exception& error) {
         text = error.what();
     }
-    // Names from a package may hold anything; each record is one line.
-    std::replace_if(
-        text.begin(), text.end(), [](unsigned char c) { return std::iscntrl(c) != 0; }, '?');
-    tessaly::log::cb::error(__FILE__, __LINE__, __func__, [&](std::ostream& out) -> std::ostream& {
-        return out << "The installation failed (" << int(code) << "): " << text;
-    });
+    ts_print_log2(1, __FILE__, __LINE__, __func__, "The installation failed (%d): %s", int(code),
+                  text.c_str());
     return code;
 }
 

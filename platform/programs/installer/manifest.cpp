@@ -6,47 +6,29 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSet>
-#include <algorithm>
+#include <base/sha256.h>
 #include <numeric>
-#include <vellum/dictionary_folders.h>
+#include <vellum/dictionary_files.h>
 
 namespace tessaly::installer {
 
 namespace {
 
 constexpr qint64 maxFileBytes = 64LL * 1024 * 1024 * 1024;
-constexpr qsizetype maxNameBytes = 255;
 
 [[noreturn]] void refuse(const QString& reason) {
     throw Failure(Code::BadManifest, "The manifest is not valid: " + reason.toStdString());
 }
 
-bool isAllowedInName(QChar c) {
-    return c.category() != QChar::Other_Control && c.category() != QChar::Separator_Line &&
-           c.category() != QChar::Separator_Paragraph && c != u'/' && c != u'\\';
-}
-
-/// A leading dot would hide the dictionary, and is how unfinished ones are named.
-bool isDictionaryFileName(const QString& name) {
-    const QLatin1String ending(vellum::dictionaryEnding.data(), qsizetype(vellum::dictionaryEnding.size()));
-    return name.endsWith(ending) && !name.startsWith(u'.') && name.isValidUtf16() &&
-           name.toUtf8().size() <= maxNameBytes && std::all_of(name.begin(), name.end(), isAllowedInName);
-}
-
-bool isSha256(const QString& text) {
-    const auto isDigit = [](QChar c) { return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f'); };
-    return text.size() == 64 && std::all_of(text.begin(), text.end(), isDigit);
-}
-
 Manifest::File parseFile(const QJsonObject& json) {
     const QString name = json[u"name"].toString();
-    if (!isDictionaryFileName(name))
+    if (!vellum::isDictionaryFileName(name.toStdString()))
         refuse(QStringLiteral("\"%1\" is not the name of a dictionary file").arg(name));
     const qint64 size = json[u"size"].toInteger(-1);
     if (size < 0 || size > maxFileBytes)
         refuse(QStringLiteral("no usable size for \"%1\"").arg(name));
     const QString sha256 = json[u"sha256"].toString().toLower();
-    if (!isSha256(sha256))
+    if (!base::Sha256::isChecksum(sha256.toStdString()))
         refuse(QStringLiteral("no SHA-256 for \"%1\"").arg(name));
     return {name.toStdString(), size, sha256.toStdString()};
 }

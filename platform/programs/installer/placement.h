@@ -1,27 +1,26 @@
 #pragma once
 
+#include <base/staging.h>
+
 #include <string>
 #include <vector>
 
 namespace tessaly::installer {
 
-/// Puts unpacked dictionaries among the installed ones, all or none. Each arrives under a hidden name first,
-/// is synced there, and gets its own name only then, so that no dictionary is ever half there. Only one at a
-/// time.
+/// Puts unpacked dictionaries among the installed ones, all or none. Each arrives in a hidden directory
+/// beside them first, is synced there, and gets its own name only then, so that no dictionary is ever half
+/// there. Throws a Failure.
 class Placement {
 public:
-    /// Removes what killed runs left. Throws a Failure.
+    /// Removes what killed runs left.
     Placement();
-    ~Placement();
-    Placement(const Placement&) = delete;
-    Placement& operator=(const Placement&) = delete;
 
-    /// Moves a file into the folder, or copies it from another file system. Throws a Failure.
+    /// Moves a file into the hidden directory, or copies it from another file system.
     void bring(const std::string& path, const std::string& name);
 
-    /// Gives all files that were brought their names, in place of older dictionaries. Throws a Failure after
-    /// having undone what was done; only where the file system can't exchange two files is a replaced
-    /// dictionary kept as it is.
+    /// Gives all files that were brought their names, in place of older dictionaries. A failure first undoes
+    /// what was done; only where the file system can't exchange two files is a replaced dictionary kept as it
+    /// is.
     void commit();
 
 private:
@@ -32,10 +31,10 @@ private:
         State state = State::Hidden;
     };
 
-    void putInPlace(File& file) const;
-    void takeBack(File& file) const;
+    static void putInPlace(File& file);
+    static void takeBack(File& file);
 
-    std::string m_folder;
+    base::Staging m_staging;
     std::vector<File> m_files;
 };
 

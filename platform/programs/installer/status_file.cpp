@@ -1,10 +1,7 @@
 #include "status_file.h"
 
-#include "failure.h"
-#include "files.h"
-
 #include <base/device_root.h>
-#include <exception>
+#include <filesystem>
 #include <memory>
 #include <vellum/vellum.h>
 
@@ -12,16 +9,28 @@ namespace tessaly::installer {
 
 namespace {
 
-constexpr const char* folder = "/mnt/ext1/system/tsdicts";
-constexpr const char* fileName = "installer_out_code.txt";
+namespace fs = std::filesystem;
+
+constexpr auto statusPath = "/mnt/ext1/system/tsdicts/installer_out_code.txt";
 constexpr auto writeInterval = std::chrono::milliseconds(200);
+
+/// A run that was killed while it wrote leaves the new file under a longer name beside the old one.
+void removeLeftovers() {
+    const fs::path path = base::hostPath(statusPath);
+    const std::string beginning = path.filename().string() + '.';
+    std::error_code ignored;
+    const fs::directory_iterator listing(path.parent_path(), ignored);
+    // Collected first: what a directory lists while entries vanish from it is undefined.
+    for (const fs::path& entry : std::vector<fs::path>(fs::begin(listing), fs::end(listing))) {
+        if (entry.filename().string().starts_with(beginning))
+            fs::remove(entry, ignored);
+    }
+}
 
 } // namespace
 
 void StatusFile::begin() {
-    // A run that was killed while it wrote leaves the new file under a longer name beside the old one.
-    const std::string leftover = std::string(fileName) + '.';
-    removeNamed(base::hostPath(folder), leftover, Code::StatusUnwritable);
+    removeLeftovers();
     m_progress = 0;
     write(Code::NotFinished, m_progress);
 }
@@ -47,12 +56,11 @@ void StatusFile::fail(Code code) noexcept {
 }
 
 void StatusFile::write(Code code, int progress) {
-    const std::string path = std::string(folder) + '/' + fileName;
-    const std::unique_ptr<vl_config, void (*)(vl_config*)> config(OpenConfig(path.c_str(), 1), CloseConfig);
+    const std::unique_ptr<vl_config, void (*)(vl_config*)> config(OpenConfig(statusPath, 1), CloseConfig);
     WriteInt(config.get(), "out_code", int(code));
     WriteInt(config.get(), "progress", progress);
     if (!SaveConfig(config.get()))
-        throw Failure(Code::StatusUnwritable, "Can not write the status file " + path);
+        throw Failure(Code::StatusUnwritable, std::string("Can not write the status file ") + statusPath);
     m_written = std::chrono::steady_clock::now();
 }
 

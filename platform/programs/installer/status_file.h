@@ -1,6 +1,6 @@
 #pragma once
 
-#include "installer_codes.h"
+#include "failure.h"
 
 #include <chrono>
 

@@ -78,11 +78,14 @@ private Q_SLOTS:
               entries + "CREATE VIEW metadata AS " + numbers +
                   ") SELECT i AS key, i AS value FROM n WHERE i < 0",
               entries + "CREATE VIRTUAL TABLE metadata USING fts5(key, value)",
+              entries + "CREATE VIRTUAL TABLE metadata USING fts5(key, value); PRAGMA writable_schema = 1;"
+                        "UPDATE sqlite_schema SET rootpage = 2 WHERE name = 'metadata'",
+              entries + "CREATE TABLE metadata (key, value AS (hex(zeroblob(400000))))",
               tables + "INSERT INTO metadata VALUES ('title', zeroblob(2000000))",
               tables + "INSERT INTO metadata " + numbers +
                   "WHERE i < 12) SELECT 'title', zeroblob(1000000) FROM n"}) {
             make(statements);
-            QVERIFY2(open().isLeft(), statements);
+            QVERIFY2(open().isLeft() && !OpenDictionary("d"), statements);
         }
     }
 

@@ -1,7 +1,7 @@
 #include "installer_device.h"
 #include "package_builder.h"
 
-#include <installer_codes.h>
+#include <failure.h>
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>

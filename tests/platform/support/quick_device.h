@@ -7,8 +7,8 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
+#include <platform/vellum/testing.h>
 #include <vellum/device_state.h>
-#include <vellum/sleep_prevention.h>
 
 namespace tessaly::tests {
 
@@ -25,7 +25,7 @@ public:
     }
     Q_INVOKABLE static void setScreen(const QString& size) { vellum::state::setScreen(size.toStdString()); }
     Q_INVOKABLE static void setDebugMode(bool on) { vellum::state::setDebugMode(on); }
-    Q_INVOKABLE static bool isKeptAwake() { return vellum::activeSleepPreventors() > 0; }
+    Q_INVOKABLE static bool isKeptAwake() { return vellum::testing::activeSleepPreventors() > 0; }
 
     /// What a key that is held sends.
     Q_INVOKABLE static void repeatKey(QQuickItem* anyItem, int key) {

@@ -1,3 +1,4 @@
+#include <platform/vellum/testing.h>
 #include <vellum/clock.h>
 #include <vellum/vellum.h>
 
@@ -13,8 +14,8 @@ class ClockTest : public QObject {
 private Q_SLOTS:
     void cleanup() {
         vellum::clock::setSpeed(1);
-        vellum::clock::resume();
-        vellum::clock::takeSleeps();
+        vellum::testing::resume();
+        vellum::testing::takeSleeps();
     }
 
     void armingANameAgainReplacesItsTimer() {
@@ -57,8 +58,8 @@ private Q_SLOTS:
         QVERIFY(calls.timer.elapsed() >= 50 && calls.timer.elapsed() < 2000);
         QTRY_COMPARE_WITH_TIMEOUT(calls.count, 1, 2000);
         vl_sleep(2000);
-        QCOMPARE(vellum::clock::takeSleeps(), (std::vector{5000, 2000})); // as they were asked for
-        QVERIFY(vellum::clock::takeSleeps().empty());
+        QCOMPARE(vellum::testing::takeSleeps(), (std::vector{5000, 2000})); // as they were asked for
+        QVERIFY(vellum::testing::takeSleeps().empty());
     }
 
     void quittingWakesSleepers() {
@@ -67,9 +68,9 @@ private Q_SLOTS:
             vl_sleep(60'000);
         });
         QCOMPARE(sleeper.wait_for(50ms), std::future_status::timeout);
-        vellum::clock::wakeAll();
+        vellum::clock::beginQuit();
         QCOMPARE(sleeper.wait_for(5s), std::future_status::ready);
-        vellum::clock::resume();
+        vellum::testing::resume();
         const QElapsedTimer timer = started();
         vl_sleep(40);
         QVERIFY(timer.elapsed() >= 40);

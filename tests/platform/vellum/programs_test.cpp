@@ -1,5 +1,6 @@
 #include "../support/bare_device.h"
 
+#include <platform/vellum/testing.h>
 #include <tests/support/log_watch.h>
 #include <vellum/clock.h>
 #include <vellum/vellum.h>
@@ -116,14 +117,14 @@ private Q_SLOTS:
         vellum::state::setConnectDelayMs(60'000);
         auto connecting = std::async(std::launch::async, [] { return NetConnect2(nullptr, 1); });
         QTRY_VERIFY(FindTaskByAppName(agentPath) > 0);
-        vellum::clock::wakeAll();
+        vellum::clock::beginQuit();
         QCOMPARE(connecting.wait_for(std::chrono::seconds(1)), std::future_status::ready);
         QCOMPARE(connecting.get(), -1);
         const int agent = FindTaskByAppName(agentPath); // goes on by itself
         QCOMPARE(CloseTask(agent, 0, 1), 0);
         QTRY_COMPARE(FindTaskByAppName(agentPath), -1);
         QCOMPARE(NetConnect2(nullptr, 1), -1);
-        vellum::clock::resume();
+        vellum::testing::resume();
         vellum::state::setConnectDelayMs(0);
         QCOMPARE(NetConnect2(nullptr, 1), 0);
     }

@@ -11,6 +11,10 @@
 #include <string>
 #include <vector>
 
+namespace vellum {
+class DictionaryDatabase;
+}
+
 namespace tessaly::dictionary {
 
 /// What a dictionary file says of itself; texts it doesn't have are empty, languages that don't parse absent.
@@ -43,8 +47,7 @@ public:
 
 private:
     friend TESSALY_DICTIONARIES_API Either<Error, DictionaryFile> open(const std::string& path);
-    struct Database;
-    std::shared_ptr<Database> m_database;
+    std::shared_ptr<vellum::DictionaryDatabase> m_database;
     boost::optional<Metadata> m_metadata;
 };
 

@@ -4,42 +4,43 @@
 
 #include <functional>
 #include <list>
-#include <vector>
+#include <stop_token>
 
-/// The clock behind vl_sleep and the hard timers, which tests can speed up, and the end of all waits at quit.
-/// Any thread.
+/// The clock behind vl_sleep and the hard timers, which tests and the tour speed up, and the end of all waits
+/// at quit. Any thread.
 namespace vellum::clock {
 
 /// How many times faster than real time waits pass; 1 is real time.
 TESSALY_VELLUM_API void setSpeed(double factor);
 
-/// To be called when the process is about to quit. Ends within a moment whatever blocks a thread on the
-/// platform's account, and lets nothing wait again until `resume`: sleepers wake, NetConnect2 returns without
-/// a connection (the network agent goes on by itself), requests and downloads end as cancelled ones do.
-TESSALY_VELLUM_API void wakeAll();
-/// Waits are waits again.
-TESSALY_VELLUM_API void resume();
-/// Between `wakeAll` and `resume`.
-TESSALY_VELLUM_API bool isAwake();
+/// `milliseconds` at the current speed.
+TESSALY_VELLUM_API int scaled(int milliseconds);
 
-/// For what blocks in another way than vl_sleep: while it lives, wakeAll() calls the function; the
-/// constructor does when all are awake already. The function is short and calls nothing of the clock.
-class TESSALY_VELLUM_API OnWake {
+/// vl_sleep, which ends early when a stop is requested, too.
+TESSALY_VELLUM_API void sleep(int milliseconds, const std::stop_token& stop);
+
+/// Ends within a moment whatever blocks a thread on the platform's account, and lets nothing wait again:
+/// sleepers wake, NetConnect2 returns without a connection (the network agent goes on by itself), requests
+/// and downloads end as cancelled ones do. Called by itself when the application object is about to quit, so
+/// that no host has to know of it; a program without one calls it.
+TESSALY_VELLUM_API void beginQuit();
+TESSALY_VELLUM_API bool isQuitting();
+
+/// For what blocks in another way than vl_sleep: while it lives, beginQuit() calls the function; the
+/// constructor does when that has happened already. The function is short and calls nothing of the clock.
+///
+///     const vellum::clock::OnQuit atQuit([&] { request.cancel(); });
+///     request.perform();
+class TESSALY_VELLUM_API OnQuit {
 public:
-    explicit OnWake(std::function<void()> function);
+    explicit OnQuit(std::function<void()> function);
     /// Afterwards the function is neither called nor still running.
-    ~OnWake();
-    OnWake(const OnWake&) = delete;
-    OnWake& operator=(const OnWake&) = delete;
+    ~OnQuit();
+    OnQuit(const OnQuit&) = delete;
+    OnQuit& operator=(const OnQuit&) = delete;
 
 private:
     std::list<std::function<void()>>::iterator m_position;
 };
-
-/// The waits asked of vl_sleep since the last call, in milliseconds, in the order they began.
-TESSALY_VELLUM_API std::vector<int> takeSleeps();
-
-/// `milliseconds` at the current speed.
-TESSALY_VELLUM_API int scaled(int milliseconds);
 
 } // namespace vellum::clock

@@ -2,7 +2,7 @@
 
 // The system library of the device. Paths are device paths. All functions may be called from any thread.
 
-#include <base/log_print.h>
+#include <base/log.h>
 #include <vellum/export.h>
 
 #include <string>

@@ -1,0 +1,127 @@
+#include <vellum/dictionary_database.h>
+
+#include <QByteArray>
+#include <QString>
+#include <QUtf8StringView>
+#include <ctime>
+#include <filesystem>
+#include <sqlite3.h>
+#include <stdexcept>
+
+namespace vellum {
+
+namespace {
+
+constexpr int longestValue = 1 << 20;
+constexpr int longestSql = 10'000; // that of the schema included
+constexpr std::size_t longestAnswer = 8 << 20;
+/// Far more than a look through a large dictionary takes.
+constexpr double longestStatement = 1;
+/// Steps of SQLite's virtual machine, each of which may read a value, between two looks at the time.
+constexpr int stepsAtOnce = 200;
+
+double processorSeconds() {
+    std::timespec time{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return double(time.tv_sec) + double(time.tv_nsec) * 1e-9;
+}
+
+/// Immutable: no lock or journal is looked for or made, and a read-only folder serves.
+std::string immutableUrl(const std::string& path) {
+    return "file:" + QByteArray::fromStdString(path).toPercentEncoding("/").toStdString() + "?immutable=1";
+}
+
+std::string column(sqlite3_stmt* statement, int index) {
+    const auto* const bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement, index));
+    if (!bytes)
+        return {};
+    const std::string text(bytes, std::size_t(sqlite3_column_bytes(statement, index)));
+    return QUtf8StringView(text).isValidUtf8() ? text : QString::fromStdString(text).toStdString();
+}
+
+} // namespace
+
+struct DictionaryDatabase::Connection {
+    std::string path;
+    std::unique_ptr<sqlite3, int (*)(sqlite3*)> handle{nullptr, sqlite3_close};
+    double deadline = 0; ///< processor time of the calling thread
+
+    [[noreturn]] void fail(const std::string& what) const { throw std::runtime_error(path + ": " + what); }
+    void require(bool success) const {
+        if (!success)
+            fail(std::string("cannot be read: ") + sqlite3_errmsg(handle.get()));
+    }
+    static int isLate(void* connection) {
+        return processorSeconds() > static_cast<Connection*>(connection)->deadline ? 1 : 0;
+    }
+};
+
+DictionaryDatabase::DictionaryDatabase(const std::string& hostPath)
+    : m_connection(std::make_unique<Connection>()) {
+    Connection& connection = *m_connection;
+    connection.path = hostPath;
+    // A pipe would block whoever opens it.
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(hostPath, error))
+        connection.fail(error ? error.message() : "not a file");
+
+    sqlite3* handle = nullptr;
+    const int opened = sqlite3_open_v2(immutableUrl(hostPath).c_str(), &handle,
+                                       SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX, nullptr);
+    connection.handle.reset(handle);
+    connection.require(opened == SQLITE_OK);
+    sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, longestValue);
+    sqlite3_limit(handle, SQLITE_LIMIT_SQL_LENGTH, longestSql);
+    sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    sqlite3_progress_handler(handle, stepsAtOnce, Connection::isLate, &connection);
+
+    // What the schema's rows say of themselves can be forged; these say what SQLite takes them for. A
+    // generated column would compute within a single step, which no bound sees.
+    if (rows("SELECT name FROM pragma_table_list WHERE schema = 'main' AND type = 'table' "
+             "AND name IN ('metadata', 'entries')")
+                .size() != 2 ||
+        !rows("SELECT name FROM pragma_table_xinfo('metadata') WHERE hidden <> 0 UNION ALL "
+              "SELECT name FROM pragma_table_xinfo('entries') WHERE hidden <> 0")
+             .empty())
+        connection.fail("not a dictionary");
+    static_cast<void>(rows("SELECT headword, definition, folded FROM entries LIMIT 1"));
+    // Whatever the keys are: picking them out in the statement takes longer than all the rest of opening.
+    m_metadata = rows("SELECT key, value FROM metadata LIMIT 1000");
+}
+
+DictionaryDatabase::~DictionaryDatabase() = default;
+
+std::vector<DictionaryDatabase::Row> DictionaryDatabase::rows(const std::string& statement,
+                                                              const std::string& text) const {
+    m_connection->deadline = processorSeconds() + longestStatement;
+    sqlite3_stmt* prepared = nullptr;
+    const int result =
+        sqlite3_prepare_v2(m_connection->handle.get(), statement.c_str(), -1, &prepared, nullptr);
+    const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> owner(prepared, sqlite3_finalize);
+    m_connection->require(result == SQLITE_OK);
+    if (sqlite3_bind_parameter_count(prepared) > 0)
+        m_connection->require(sqlite3_bind_text64(prepared, 1, text.data(), text.size(), SQLITE_STATIC,
+                                                  SQLITE_UTF8) == SQLITE_OK);
+
+    std::vector<Row> rows;
+    std::size_t length = 0;
+    int state = sqlite3_step(prepared);
+    for (; state == SQLITE_ROW; state = sqlite3_step(prepared)) {
+        Row row;
+        for (int i = 0; i < sqlite3_column_count(prepared); ++i) {
+            row.push_back(column(prepared, i));
+            length += row.back().size();
+        }
+        if (length > longestAnswer)
+            m_connection->fail("too much text");
+        rows.push_back(std::move(row));
+    }
+    m_connection->require(state == SQLITE_DONE);
+    return rows;
+}
+
+} // namespace vellum

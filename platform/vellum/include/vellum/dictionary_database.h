@@ -1,0 +1,43 @@
+#pragma once
+
+#include <vellum/export.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vellum {
+
+/// The database in a dictionary file from anywhere, damaged and hostile ones included. Opening it is the one
+/// check whether a file is a dictionary:
+///
+///     const vellum::DictionaryDatabase database(hostPath); // throws if it isn't one
+///     const auto rows = database.rows("SELECT definition FROM entries WHERE headword = ?1", "word");
+///
+/// A dictionary has plain tables `metadata` (key, value) and `entries` (headword, definition, folded). Views,
+/// virtual tables and generated columns in their place are refused: they are somebody else's code. Nothing is
+/// written, in the file or beside it, nothing stored in it runs, and each statement is bounded in processor
+/// time (a second), text (8 MiB) and the length of a value (1 MiB). Failures are thrown as
+/// std::runtime_error. One thread at a time.
+class TESSALY_VELLUM_API DictionaryDatabase {
+public:
+    explicit DictionaryDatabase(const std::string& hostPath);
+    ~DictionaryDatabase();
+    DictionaryDatabase(const DictionaryDatabase&) = delete;
+    DictionaryDatabase& operator=(const DictionaryDatabase&) = delete;
+
+    /// A row's columns as UTF-8; NULL is empty, and bytes that aren't UTF-8 are replaced.
+    using Row = std::vector<std::string>;
+    /// What the file says of itself: keys and values, a thousand at most.
+    [[nodiscard]] const std::vector<Row>& metadata() const { return m_metadata; }
+
+    /// All rows of a statement whose placeholder, if it has one, is bound to `text`.
+    [[nodiscard]] std::vector<Row> rows(const std::string& statement, const std::string& text = {}) const;
+
+private:
+    struct Connection;
+    std::unique_ptr<Connection> m_connection;
+    std::vector<Row> m_metadata;
+};
+
+} // namespace vellum
