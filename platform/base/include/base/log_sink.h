@@ -21,7 +21,8 @@ struct Record {
 using Listener = std::function<void(const Record&)>;
 
 /// The end of both log channels. Errors and warnings are printed to stderr (or the log file), and each record
-/// goes to every listener, on the thread that logs. A listener must not log. Any thread.
+/// goes to every listener as it is, on the thread that logs. In print further lines of a text are indented
+/// and its length is bounded, so that only records begin a line. A listener must not log. Any thread.
 TESSALY_BASE_API void write(const Record& record);
 
 /// Returns the number under which the listener is removed again.
