@@ -1,12 +1,12 @@
 #include "morphology_list.h"
 
 #include "server_request.h"
-#include "web_address.h"
 
 #include <QJsonObject>
 #include <base/log.h>
 #include <ostream>
 #include <utilities/locale_parser.h>
+#include <utilities/url.h>
 
 namespace tessaly::dictionary {
 
@@ -17,13 +17,13 @@ utilities::HttpLimits limits() {
     limits.connectTimeoutMs = std::min(limits.connectTimeoutMs, 3000L);
     limits.stallSeconds = std::min(limits.stallSeconds, 3L);
     limits.totalSeconds = 10;
-    limits.answerBytes = std::min(limits.answerBytes, 1LL << 20);
+    limits.responseBytes = std::min(limits.responseBytes, 1LL << 20);
     return limits;
 }
 
 bool isEntry(const QString& code, const QString& url) {
     const auto locale = utilities::locale_parser::tagged_parse(code.toStdString(), '_');
-    return locale.isRight() && !locale.getRight().language.empty() && isWebAddress(url.toStdString());
+    return locale.isRight() && !locale.getRight().language.empty() && utilities::isWebUrl(url.toStdString());
 }
 
 } // namespace

@@ -2,12 +2,12 @@
 
 #include "catalogue_parser.h"
 #include "server_request.h"
-#include "web_address.h"
 
 #include <QJsonObject>
 #include <QRegularExpression>
 #include <QUtf8StringView>
 #include <utilities/cfg_wrapper.h>
+#include <utilities/url.h>
 
 namespace tessaly::dictionary {
 
@@ -76,7 +76,7 @@ Either<ApiError, std::string> getDictionariesDownloadUrl(long long taskId, const
         return Left<ApiError>(json.getLeft());
     const QJsonObject answer = json.getRight().object();
     std::string url = answer.value(QLatin1String("url")).toString().toStdString();
-    if (!isWebAddress(url))
+    if (!utilities::isWebUrl(url))
         return Left<ApiError>(parseError("package address", 0, "no http or https address"));
     const auto fragment = announcement(answer);
     if (!fragment)

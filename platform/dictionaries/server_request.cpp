@@ -9,7 +9,7 @@ namespace tessaly::dictionary {
 
 namespace {
 
-Either<ApiError, std::string> checkedBody(const utilities::HttpAnswer& answer, int expected, int wait) {
+Either<ApiError, std::string> checkedBody(const utilities::HttpResponse& answer, int expected, int wait) {
     if (answer.isTransportFailure())
         return Left<ApiError>({ApiError::CurlError{answer.curlCode}});
     if (wait != 0 && answer.status == wait)
@@ -28,7 +28,7 @@ ApiError parseError(const std::string& where, std::int64_t position, const std::
 
 utilities::HttpLimits shortAnswerLimits() {
     utilities::HttpLimits limits = utilities::HttpClient::defaultLimits();
-    limits.answerBytes = std::min(limits.answerBytes, 64LL << 10);
+    limits.responseBytes = std::min(limits.responseBytes, 64LL << 10);
     return limits;
 }
 

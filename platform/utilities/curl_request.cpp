@@ -1,7 +1,6 @@
 #include "curl_request.h"
 
-#include "url_origin.h"
-
+#include <utilities/url.h>
 #include <vellum/clock.h>
 #include <vellum/device_state.h>
 
@@ -10,6 +9,9 @@ namespace tessaly::utilities {
 namespace {
 
 using Clock = std::chrono::steady_clock;
+
+/// Of all responses on the way and of trailers; libcurl keeps them all in memory.
+constexpr std::size_t mostHeaderBytes = std::size_t{256} << 10;
 
 bool isLibraryReady() {
     static const bool isReady = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
@@ -26,7 +28,7 @@ bool isOneLine(const std::string& text) {
 
 CurlRequest::CurlRequest(const std::string& url, const HttpLimits& limits)
     : m_url(url)
-    , m_maximumSize(limits.answerBytes)
+    , m_maximumSize(limits.responseBytes)
     , m_maximumStall(limits.stallSeconds) {
     if (isLibraryReady()) {
         m_multi.reset(curl_multi_init());
@@ -51,10 +53,12 @@ CurlRequest::CurlRequest(const std::string& url, const HttpLimits& limits)
     set(CURLOPT_QUICK_EXIT, 1L);
     set(CURLOPT_CONNECTTIMEOUT_MS, limits.connectTimeoutMs);
     set(CURLOPT_TIMEOUT, limits.totalSeconds);
-    set(CURLOPT_MAXFILESIZE_LARGE, curl_off_t{limits.answerBytes});
+    set(CURLOPT_MAXFILESIZE_LARGE, curl_off_t{limits.responseBytes});
     set(CURLOPT_BUFFERSIZE, 512L * 1024);
-    set(CURLOPT_WRITEFUNCTION, &CurlRequest::writeCallback);
+    set(CURLOPT_WRITEFUNCTION, &CurlRequest::bodyCallback);
     set(CURLOPT_WRITEDATA, this);
+    set(CURLOPT_HEADERFUNCTION, &CurlRequest::headerCallback);
+    set(CURLOPT_HEADERDATA, this);
 }
 
 template<class T>
@@ -73,7 +77,11 @@ void CurlRequest::addHeader(const std::string& name, const std::string& value) {
     if (name.empty() || name.find(':') != std::string::npos || !isOneLine(name) || !isOneLine(value))
         return refuse(CURLE_BAD_FUNCTION_ARGUMENT);
     // A header without a value is written with a semicolon; a colon alone would remove it.
-    const std::string line = value.empty() ? name + ';' : name + ": " + value;
+    appendHeader(value.empty() ? name + ';' : name + ": " + value);
+    m_hasSecrets = true;
+}
+
+void CurlRequest::appendHeader(const std::string& line) {
     curl_slist* const longer = curl_slist_append(m_headers.get(), line.c_str());
     if (!longer)
         return refuse(CURLE_OUT_OF_MEMORY);
@@ -87,7 +95,15 @@ void CurlRequest::setPostBody(const std::string& body) {
     set(CURLOPT_COPYPOSTFIELDS, body.data());
 }
 
-CURLcode CurlRequest::perform(const BodyWriter& writer) {
+void CurlRequest::setRange(std::int64_t start, const std::string& etag) {
+    const std::string range = std::to_string(start) + '-';
+    set(CURLOPT_RANGE, range.c_str());
+    if (!isOneLine(etag))
+        return refuse(CURLE_BAD_FUNCTION_ARGUMENT);
+    appendHeader("If-Range: " + etag);
+}
+
+CURLcode CurlRequest::perform(const BodyWriter& writer, const std::stop_token& stop) {
     if (m_ownFailure != CURLE_OK)
         return m_ownFailure;
     if (!vellum::state::isNetworkReachable())
@@ -95,7 +111,8 @@ CURLcode CurlRequest::perform(const BodyWriter& writer) {
     if (curl_multi_add_handle(m_multi.get(), m_easy.get()) != CURLM_OK)
         return CURLE_FAILED_INIT;
     m_writer = &writer;
-    const vellum::clock::OnWake atQuit([this] { cancel(); });
+    const std::stop_callback onStop(stop, [this] { cancel(); });
+    const vellum::clock::OnQuit atQuit([this] { cancel(); });
     const CURLcode code = run();
     curl_multi_remove_handle(m_multi.get(), m_easy.get());
     if (m_thrown)
@@ -136,25 +153,24 @@ CURLcode CurlRequest::run() {
     return message ? message->data.result : CURLE_FAILED_INIT;
 }
 
-/// Whatever came or went: heads, bodies, redirects.
+/// Whatever came or went: headers, bodies, redirects.
 std::int64_t CurlRequest::bytesSoFar() const {
-    long heads = 0;
+    long headers = 0;
     curl_off_t received = 0;
     curl_off_t sent = 0;
-    curl_easy_getinfo(m_easy.get(), CURLINFO_HEADER_SIZE, &heads);
+    curl_easy_getinfo(m_easy.get(), CURLINFO_HEADER_SIZE, &headers);
     curl_easy_getinfo(m_easy.get(), CURLINFO_SIZE_DOWNLOAD_T, &received);
     curl_easy_getinfo(m_easy.get(), CURLINFO_SIZE_UPLOAD_T, &sent);
-    return heads + received + sent;
+    return headers + received + sent;
 }
 
 void CurlRequest::cancel() {
     m_isCancelled = true;
-    if (m_multi)
-        curl_multi_wakeup(m_multi.get());
+    curl_multi_wakeup(m_multi.get());
 }
 
 bool CurlRequest::mayBeSentTo(const std::string& url) const {
-    return !m_headers || url == m_url || urlOrigin(url) == urlOrigin(m_url);
+    return !m_hasSecrets || url == m_url || urlOrigin(url) == urlOrigin(m_url);
 }
 
 /// Called with a connection made and nothing sent on it yet, for each redirect anew.
@@ -168,7 +184,7 @@ int CurlRequest::beforeSending(void* request, char*, char*, int, int) {
     return CURL_PREREQFUNC_ABORT;
 }
 
-bool CurlRequest::write(std::string_view piece) {
+bool CurlRequest::takeBody(std::string_view piece) {
     m_received += static_cast<long long>(piece.size());
     if (m_received > m_maximumSize) {
         refuse(CURLE_FILESIZE_EXCEEDED);
@@ -180,14 +196,24 @@ bool CurlRequest::write(std::string_view piece) {
     return true;
 }
 
-std::size_t CurlRequest::writeCallback(char* data, std::size_t size, std::size_t count, void* request) {
+std::size_t CurlRequest::bodyCallback(char* data, std::size_t size, std::size_t count, void* request) {
     auto* const self = static_cast<CurlRequest*>(request);
     try {
-        return self->write({data, size * count}) ? size * count : CURL_WRITEFUNC_ERROR;
+        return self->takeBody({data, size * count}) ? size * count : CURL_WRITEFUNC_ERROR;
     } catch (...) { // must not pass through libcurl
         self->m_thrown = std::current_exception();
         return CURL_WRITEFUNC_ERROR;
     }
+}
+
+/// Called for each line, those of redirects and trailers included.
+std::size_t CurlRequest::headerCallback(char*, std::size_t size, std::size_t count, void* request) {
+    auto* const self = static_cast<CurlRequest*>(request);
+    self->m_headerBytes += size * count;
+    if (self->m_headerBytes <= mostHeaderBytes)
+        return size * count;
+    self->refuse(CURLE_FILESIZE_EXCEEDED);
+    return CURL_WRITEFUNC_ERROR;
 }
 
 int CurlRequest::status() const {
@@ -200,6 +226,12 @@ std::int64_t CurlRequest::announcedSize() const {
     curl_off_t size = -1;
     curl_easy_getinfo(m_easy.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &size);
     return size;
+}
+
+std::string CurlRequest::header(const char* name) const {
+    curl_header* found = nullptr;
+    const CURLHcode code = curl_easy_header(m_easy.get(), name, 0, CURLH_HEADER, -1, &found);
+    return code == CURLHE_OK ? found->value : "";
 }
 
 std::string CurlRequest::errorText(CURLcode code) const {

@@ -14,8 +14,8 @@ HttpLimits& sharedLimits() {
     return limits;
 }
 
-HttpAnswer send(const std::string& url, const HttpLimits& limits, const HttpClient::Headers& headers,
-                const std::string* postBody, const std::stop_token& stop) {
+HttpResponse send(const std::string& url, const HttpLimits& limits, const HttpClient::Headers& headers,
+                  const std::string* postBody, const std::stop_token& stop) {
     try {
         std::string body;
         CurlRequest request(url, limits);
@@ -23,8 +23,7 @@ HttpAnswer send(const std::string& url, const HttpLimits& limits, const HttpClie
             request.addHeader(name, value);
         if (postBody)
             request.setPostBody(*postBody);
-        const std::stop_callback onStop(stop, [&request] { request.cancel(); });
-        const CURLcode code = request.perform([&body](std::string_view piece) { body.append(piece); });
+        const CURLcode code = request.perform([&body](std::string_view piece) { body.append(piece); }, stop);
         if (code != CURLE_OK)
             return {code, 0, {}};
         return {CURLE_OK, request.status(), std::move(body)};
@@ -38,13 +37,13 @@ HttpAnswer send(const std::string& url, const HttpLimits& limits, const HttpClie
 HttpClient::HttpClient(const HttpLimits& limits)
     : m_limits(limits) {}
 
-HttpAnswer HttpClient::get(const std::string& url, const Headers& headers,
-                           const std::stop_token& stop) const {
+HttpResponse HttpClient::get(const std::string& url, const Headers& headers,
+                             const std::stop_token& stop) const {
     return send(url, m_limits, headers, nullptr, stop);
 }
 
-HttpAnswer HttpClient::post(const std::string& url, const std::string& body, const Headers& headers,
-                            const std::stop_token& stop) const {
+HttpResponse HttpClient::post(const std::string& url, const std::string& body, const Headers& headers,
+                              const std::stop_token& stop) const {
     return send(url, m_limits, headers, &body, stop);
 }
 

@@ -1,46 +1,28 @@
 #include <utilities/sync_downloader.h>
 
-#include "background_blocks.h"
-#include "curl_request.h"
-#include "download_address.h"
-#include "part_file.h"
+#include "transfer.h"
 
 #include <base/device_root.h>
-#include <base/log.h>
-#include <base/sha256.h>
+#include <common_utilities/log_line.h>
 
 #include <algorithm>
-#include <atomic>
 #include <mutex>
-#include <ostream>
 #include <stdexcept>
 
 namespace tessaly::utilities {
 
 namespace {
 
-HttpLimits downloadLimits(long long maximumBytes) {
-    HttpLimits limits = HttpClient::defaultLimits();
-    limits.totalSeconds = 0;
-    limits.answerBytes = maximumBytes;
-    return limits;
-}
-
 int kibibytes(std::int64_t bytes) {
     return static_cast<int>((bytes + 1023) / 1024);
 }
 
-void expect(bool isAsExpected, const std::string& otherwise) {
-    if (!isAsExpected)
-        throw std::runtime_error(otherwise);
-}
-
-/// The name of a file right in the folder.
+/// The name of a file right in the directory.
 std::string fileName(const std::string& path) {
     using namespace std::string_view_literals;
     std::string name = path.substr(path.starts_with('/') ? 1 : 0);
-    expect(!name.empty() && name != "." && name != ".." && name.find_first_of("/\0"sv) == std::string::npos,
-           "not a file name: " + path);
+    if (name.empty() || name == "." || name == ".." || name.find_first_of("/\0"sv) != std::string::npos)
+        throw std::runtime_error("not a file name: " + path);
     return name;
 }
 
@@ -48,98 +30,56 @@ std::string fileName(const std::string& path) {
 
 class SyncDownloader::Private {
 public:
-    void begin(CurlRequest& newRequest, const std::string& label, std::int64_t knownSize);
-    void end();
-    bool fetch(const std::string& url, const std::string& path, const std::string& label);
-    void receive(CurlRequest& current, PartFile& file, const DownloadAddress& address);
+    std::stop_token begin(const std::string& label);
+    void end(const std::string& error);
+    bool fetch(const std::string& url, const std::string& path, const std::stop_token& stop);
 
-    std::string folder;
+    std::string directory;
     DownloadOptions options;
-    std::mutex turn;                ///< held during a download
-    std::mutex mutex;               ///< guards the next three
-    CurlRequest* request = nullptr; ///< while a download runs
-    bool isCancelled = false;
+    TransferProgress progress;
+    std::mutex turn;               ///< held during a download
+    std::mutex mutex;              ///< guards the rest
+    std::stop_source cancellation; ///< requested until ClearStatus()
+    bool isActive = false;
     std::string text;
-    std::atomic<std::int64_t> totalBytes{0};
-    std::atomic<std::int64_t> doneBytes{0};
 };
 
-void SyncDownloader::Private::begin(CurlRequest& newRequest, const std::string& label,
-                                    std::int64_t knownSize) {
+std::stop_token SyncDownloader::Private::begin(const std::string& label) {
     const std::lock_guard lock(mutex);
-    request = &newRequest;
-    if (isCancelled)
-        newRequest.cancel();
+    isActive = true;
     text = label;
-    totalBytes = knownSize;
-    doneBytes = 0;
+    return cancellation.get_token();
 }
 
-void SyncDownloader::Private::end() {
+void SyncDownloader::Private::end(const std::string& error) {
     const std::lock_guard lock(mutex);
-    request = nullptr;
+    isActive = false;
+    if (!error.empty())
+        text = error;
 }
 
 /// False if cancelled; throws the reason of a failure.
 bool SyncDownloader::Private::fetch(const std::string& url, const std::string& path,
-                                    const std::string& label) {
-    const auto address = DownloadAddress::parse(url);
-    expect(address.has_value(), "the size or the checksum in the address makes no sense");
-    CurlRequest newRequest(address->url, downloadLimits(options.maximumBytes));
-    for (const auto& [header, value] : options.headers)
-        newRequest.addHeader(header, value);
-    begin(newRequest, label, address->size.value_or(0));
-    const std::unique_ptr<Private, void (*)(Private*)> atEnd(this, [](Private* self) { self->end(); });
+                                    const std::stop_token& stop) {
+    const auto source = DownloadUrl::parse(url);
+    if (!source || source->size > options.maximumBytes)
+        throw std::runtime_error("the size or the checksum in the URL makes no sense");
+    Transfer transfer(*source, options, progress, stop);
     const std::string name = fileName(path);
-    if (newRequest.isCancelled())
+    if (transfer.isStopped())
         return false;
-    PartFile file(base::hostPath(folder), name);
-    receive(newRequest, file, *address);
-    if (newRequest.isCancelled())
+    PartFile file(base::hostPath(directory), name, source->sha256);
+    transfer.receive(file);
+    if (transfer.isStopped())
         return false;
     file.finish();
-    totalBytes = doneBytes.load();
+    progress.total = progress.done.load();
     return true;
-}
-
-/// Returns early if cancelled.
-void SyncDownloader::Private::receive(CurlRequest& current, PartFile& file, const DownloadAddress& address) {
-    base::Sha256 checksum;
-    const auto checkHead = [&] {
-        expect(current.status() == 200,
-               "the server answered with the status " + std::to_string(current.status()));
-        const std::int64_t announced = current.announcedSize();
-        if (announced < 0)
-            return;
-        expect(announced == address.size.value_or(announced),
-               "the answer announces " + std::to_string(announced) + " bytes instead of " +
-                   std::to_string(address.size.value_or(0)));
-        totalBytes = announced;
-    };
-    BackgroundBlocks blocks([&](std::string_view block) {
-        if (!address.sha256.empty())
-            checksum.add(block);
-        file.write(block);
-    });
-    const CURLcode code = current.perform([&](std::string_view piece) {
-        if (doneBytes == 0)
-            checkHead();
-        blocks.add(piece);
-        doneBytes += static_cast<std::int64_t>(piece.size());
-        expect(doneBytes <= address.size.value_or(options.maximumBytes), "the file is longer than announced");
-    });
-    if (current.isCancelled())
-        return;
-    expect(code == CURLE_OK, current.errorText(code));
-    checkHead();
-    blocks.finish();
-    expect(doneBytes == address.size.value_or(doneBytes), "the file is shorter than announced");
-    expect(address.sha256.empty() || checksum.finish() == address.sha256, "the checksum is wrong");
 }
 
 SyncDownloader::SyncDownloader(const std::string& folder, const DownloadOptions& options)
     : d(std::make_unique<Private>()) {
-    d->folder = folder;
+    d->directory = folder;
     d->options = options;
 }
 
@@ -147,29 +87,28 @@ SyncDownloader::~SyncDownloader() = default;
 
 bool SyncDownloader::Download(const std::string& url, const std::string& path, int, const std::string& text) {
     const std::lock_guard oneAtATime(d->turn);
+    const std::stop_token stop = d->begin(text);
+    bool isDone = false;
+    std::string failure;
     try {
-        if (d->fetch(url, path, text))
-            return true;
-        log::cb::trace(__FILE__, __LINE__, __func__, [&](std::ostream& out) -> std::ostream& {
-            return out << "Download of " << url << " (" << text << ") cancelled";
-        });
+        isDone = d->fetch(url, path, stop);
+        if (!isDone)
+            LogLine(log::cb::trace) << "Download of " << url << " (" << text << ") cancelled";
     } catch (const std::exception& error) {
-        log::cb::error(__FILE__, __LINE__, __func__, [&](std::ostream& out) -> std::ostream& {
-            return out << "Can not download " << url << " (" << text << "): " << error.what();
-        });
-        const std::lock_guard lock(d->mutex);
-        d->text = error.what();
+        failure = error.what();
+        LogLine(log::cb::error) << "Can not download " << url << " (" << text << "): " << failure;
     }
-    return false;
+    d->end(failure);
+    return isDone;
 }
 
 void SyncDownloader::GetProgress(bool* active, std::string* text, int* total, int* done) const {
     const std::lock_guard lock(d->mutex);
     // Read once: both grow meanwhile.
-    const std::int64_t totalBytes = d->totalBytes;
-    const std::int64_t doneBytes = std::min(totalBytes, d->doneBytes.load());
+    const std::int64_t totalBytes = d->progress.total;
+    const std::int64_t doneBytes = std::min(totalBytes, d->progress.done.load());
     if (active)
-        *active = d->request != nullptr;
+        *active = d->isActive;
     if (text)
         *text = d->text;
     if (total)
@@ -180,19 +119,17 @@ void SyncDownloader::GetProgress(bool* active, std::string* text, int* total, in
 
 void SyncDownloader::CancelCurrent() {
     const std::lock_guard lock(d->mutex);
-    d->isCancelled = true;
-    if (d->request)
-        d->request->cancel();
+    d->cancellation.request_stop();
 }
 
 void SyncDownloader::ClearStatus() {
     const std::lock_guard lock(d->mutex);
-    d->isCancelled = false;
-    if (d->request)
+    d->cancellation = std::stop_source();
+    if (d->isActive)
         return;
     d->text.clear();
-    d->totalBytes = 0;
-    d->doneBytes = 0;
+    d->progress.total = 0;
+    d->progress.done = 0;
 }
 
 } // namespace tessaly::utilities

@@ -13,7 +13,7 @@ namespace tessaly::controls {
 
 namespace {
 
-constexpr utilities::HttpLimits limits{.totalSeconds = 10, .answerBytes = 2 << 20};
+constexpr utilities::HttpLimits limits{.totalSeconds = 10, .responseBytes = 2 << 20};
 constexpr int longestSide = 4096;
 constexpr int mostBitsPerPixel = 32;
 

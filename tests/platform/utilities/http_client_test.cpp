@@ -1,6 +1,7 @@
 #include "../support/bare_device.h"
 #include "../support/canned_server.h"
 
+#include <platform/vellum/testing.h>
 #include <utilities/http_client.h>
 #include <vellum/clock.h>
 
@@ -12,9 +13,9 @@
 
 using namespace tessaly;
 using fixture::Fault;
-using utilities::HttpAnswer;
 using utilities::HttpClient;
 using utilities::HttpLimits;
+using utilities::HttpResponse;
 using Kind = Fault::Kind;
 
 Q_DECLARE_METATYPE(Fault)
@@ -46,6 +47,7 @@ private Q_SLOTS:
         add("stall", "/page", {Kind::Stall, 1000}, CURLE_OPERATION_TIMEDOUT);
         add("too slow", "/page", {Kind::None, 0, 1000}, CURLE_OPERATION_TIMEDOUT);
         add("too big", "/big", {}, CURLE_FILESIZE_EXCEEDED);
+        add("endless trailers", "/trailers", {}, CURLE_FILESIZE_EXCEEDED);
         add("endless", "/page", {Kind::Endless}, CURLE_FILESIZE_EXCEEDED);
         add("not HTTP", "/rubbish", {}, CURLE_UNSUPPORTED_PROTOCOL);
         add("closed", "/nothing", {}, CURLE_GOT_NOTHING);
@@ -58,7 +60,7 @@ private Q_SLOTS:
         m_server.setFault(fault);
         HttpLimits limits = m_limits;
         limits.totalSeconds = fault.bytesPerSecond > 0 ? 1 : 60;
-        const HttpAnswer answer = HttpClient(limits).get(m_server.url(path));
+        const HttpResponse answer = HttpClient(limits).get(m_server.url(path));
         QTEST(answer.curlCode, "curlCode");
         QTEST(QStringLiteral("%1 %2").arg(answer.status).arg(answer.body.size()), "expected");
     }
@@ -85,7 +87,7 @@ private Q_SLOTS:
     void keepsHeadersFromOthers() {
         const HttpClient::Headers key{{"X-Key", "secret"}};
         const HttpClient client(m_limits);
-        const HttpAnswer near = client.get(m_server.url("/near"), key);
+        const HttpResponse near = client.get(m_server.url("/near"), key);
         QVERIFY(near.body.find("X-Key: secret") != std::string::npos);
         for (const char* const path : {"/far", "/farther"}) // another port, another host
             QCOMPARE(client.get(m_server.url(path), key).curlCode, int(CURLE_REMOTE_ACCESS_DENIED));
@@ -112,13 +114,13 @@ private Q_SLOTS:
             if (how == "stop")
                 stop.request_stop();
             else if (how == "quit")
-                vellum::clock::wakeAll();
+                vellum::clock::beginQuit();
             else
                 vellum::state::setNetworkReachable(false);
         });
-        const HttpAnswer answer = HttpClient().get(m_server.url("/page"), {}, stop.get_token());
+        const HttpResponse answer = HttpClient().get(m_server.url("/page"), {}, stop.get_token());
         ender.join();
-        vellum::clock::resume();
+        vellum::testing::resume();
         vellum::state::setNetworkReachable(true);
         QTEST(answer.curlCode, "curlCode");
         QVERIFY(timer.elapsed() < (how == "network gone" ? 3000 : 1000)); // of 10 seconds
@@ -131,9 +133,9 @@ private Q_SLOTS:
         const HttpClient client(m_limits);
         QCOMPARE(client.get(m_server.url("/page"), {}, stop.get_token()).curlCode,
                  int(CURLE_ABORTED_BY_CALLBACK));
-        vellum::clock::wakeAll();
+        vellum::clock::beginQuit();
         QCOMPARE(client.get(m_server.url("/page")).curlCode, int(CURLE_ABORTED_BY_CALLBACK));
-        vellum::clock::resume();
+        vellum::testing::resume();
         vellum::state::setNetworkReachable(false);
         QCOMPARE(client.get(m_server.url("/page")).curlCode, int(CURLE_COULDNT_CONNECT));
         vellum::state::setNetworkReachable(true);
@@ -142,6 +144,14 @@ private Q_SLOTS:
     }
 
 private:
+    /// A megabyte of them.
+    static std::string trailers() {
+        std::string text;
+        for (int i = 0; i < 50'000; ++i)
+            text += "X-" + std::to_string(100'000 + i) + ": trailer\r\n";
+        return text;
+    }
+
     tests::BareDevice m_device;
     const HttpLimits m_limits{1000, 1, 60, 100'000};
     tests::CannedServer m_elsewhere;
@@ -157,6 +167,7 @@ private:
         {"/loop", tests::CannedServer::redirect("/loop")},
         {"/file", tests::CannedServer::redirect("file:///etc/hostname")},
         {"/rubbish", "rubbish\r\n\r\n"},
+        {"/trailers", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n" + trailers()},
         {"/nothing", ""},
     }};
 };

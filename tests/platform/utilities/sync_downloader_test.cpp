@@ -1,6 +1,7 @@
 #include "../support/bare_device.h"
 #include "../support/canned_server.h"
 
+#include <platform/vellum/testing.h>
 #include <tests/support/log_watch.h>
 #include <utilities/http_client.h>
 #include <utilities/sync_downloader.h>
@@ -99,6 +100,7 @@ private Q_SLOTS:
         add("/file#sha256=" + checksumOf("other").toStdString(), "checksum is wrong");
         add("/file#sha256=abc", "makes no sense");
         add("/file#size=-1", "makes no sense");
+        add("/file#size=2199023255552", "makes no sense");
         add("/missing", "status 404");
         add("/gone", "status 410");
         for (const char* const name : {"", "/", "//file.tsi", "/a/b", "/..", "..", "/."})
@@ -151,26 +153,81 @@ private Q_SLOTS:
         QTest::newRow("cancelled, flowing") << false << Fault{Kind::None, 0, 500'000};
         QTest::newRow("cancelled, stalled") << false << Fault{Kind::Stall, 100'000};
         QTest::newRow("quit") << true << Fault{Kind::Stall, 1'000'000};
+        QTest::newRow("cancelled, broken off") << false << Fault{Kind::Close, 1'000'000};
     }
     void endsInTheMiddle() {
         QFETCH(bool, byQuit);
         QFETCH(Fault, fault);
         m_server.setFault(fault);
-        auto result = std::async(std::launch::async, [&] { return download("/file"); });
+        auto result = std::async(std::launch::async, [&] { return download("/tagged"); });
         while (Progress(*m_downloader).done == 0)
             QVERIFY(Progress(*m_downloader).total > 0);
         const Progress progress(*m_downloader);
         QVERIFY(progress.active && progress.total == 2930 && progress.done <= 2930);
         if (byQuit)
-            vellum::clock::wakeAll();
+            vellum::clock::beginQuit();
         else
             m_downloader->CancelCurrent();
         m_downloader->ClearStatus();                                        // must not bring it back to life
         const auto state = result.wait_for(std::chrono::milliseconds(450)); // of a stall of a second
-        vellum::clock::resume();
+        vellum::testing::resume();
         QCOMPARE(state, std::future_status::ready);
         QVERIFY(!result.get()); // and nothing is logged: it was no failure
         QCOMPARE(files(), QStringList());
+    }
+
+    void goesOnWhereItBrokeOff_data() {
+        QTest::addColumn<int>("pieceBytes");
+        QTest::addColumn<QByteArray>("etag");
+        QTest::addColumn<bool>("changes");
+        QTest::addColumn<QString>("expected"); // the starts of the requests, and why it failed
+        const QByteArray etag = "\"e\"";
+        QTest::newRow("three times") << 800'000 << etag << false << u"0 800000 1600000 2400000"_qs;
+        QTest::newRow("no more")
+            << 700'000 << etag << false
+            << u"0 700000 1400000 2100000 transfer closed with 200000 bytes remaining to read"_qs;
+        QTest::newRow("another file")
+            << 800'000 << etag << true << u"0 800000 the file has changed on the server"_qs;
+        for (const QByteArray& other : {QByteArray(), "W/" + etag})
+            QTest::addRow("no ETag that serves: %s", other.constData())
+                << 800'000 << other << false << u"0 transfer closed with 2200000 bytes remaining to read"_qs;
+    }
+    void goesOnWhereItBrokeOff() {
+        QFETCH(int, pieceBytes);
+        QFETCH(QByteArray, etag);
+        QFETCH(bool, changes);
+        QFETCH(QString, expected);
+        QStringList seen;
+        std::optional<fixture::LoopbackServer> server;
+        server.emplace([&](fixture::Connection& client) {
+            const QString request = QString::fromStdString(client.receive());
+            const int start = request.section(u"\r\nRange: bytes="_qs, 1).section(u'-', 0, 0).toInt();
+            const bool isRest = request.contains(u"\r\nIf-Range: "_qs) && !changes;
+            const QByteArray body = content.mid(isRest ? start : 0);
+            seen << QString::number(start);
+            client.send("HTTP/1.1 " + std::string(isRest ? "206 Part" : "200 OK") + "\r\nETag: " +
+                        etag.toStdString() + "\r\nContent-Range: bytes " + std::to_string(start) +
+                        "-2999999/3000000\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" +
+                        body.left(pieceBytes).toStdString());
+        });
+        vellum::clock::setSpeed(20);
+        const std::string url = "http://127.0.0.1:" + std::to_string(server->port()) +
+                                "/file#size=3000000&sha256=" + checksumOf(content).toStdString();
+        auto result = std::async(std::launch::async,
+                                 [&] { return m_downloader->Download(url, "/file.tsi", 0, "label"); });
+        int last = 0;
+        while (result.wait_for(std::chrono::milliseconds(1)) != std::future_status::ready) {
+            const int done = Progress(*m_downloader).done;
+            QVERIFY(done >= last);
+            last = done;
+        }
+        vellum::clock::setSpeed(1);
+        server.reset(); // joins what writes to `seen`
+        const bool isWhole = result.get();
+        QCOMPARE(readFile(m_file), isWhole ? content : QByteArray());
+        if (!isWhole)
+            seen << m_log.takeUnexpected().value(0).section(u"(label): "_qs, 1);
+        QCOMPARE(seen.join(u' '), expected);
     }
 
     void cancelLastsUntilCleared() {
@@ -221,6 +278,7 @@ private:
     const QString m_file = m_folder + u"file.tsi"_qs;
     tests::CannedServer m_server{{
         {"/file", tests::CannedServer::ok(content.toStdString())},
+        {"/tagged", tests::CannedServer::withBody("200 OK\r\nETag: \"e\"", content.toStdString())},
         {"/other", tests::CannedServer::ok(std::string(2'000'000, 'o'))},
         {"/open", "HTTP/1.1 200 OK\r\n\r\nfour"},
         {"/huge", "HTTP/1.1 200 OK\r\nContent-Length: 5000000000\r\n\r\nand so on"},

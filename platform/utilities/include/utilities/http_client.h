@@ -12,12 +12,12 @@ namespace tessaly::utilities {
 /// Bounds of one request. What exceeds them ends it with an error, never with half an answer.
 struct HttpLimits {
     long connectTimeoutMs = 5000;
-    long stallSeconds = 10;           ///< without a single byte
-    long totalSeconds = 60;           ///< for the whole request; 0 is no bound
-    long long answerBytes = 16 << 20; ///< of the body
+    long stallSeconds = 10;             ///< without a single byte
+    long totalSeconds = 60;             ///< for the whole request; 0 is no bound
+    long long responseBytes = 16 << 20; ///< of the body
 };
 
-struct HttpAnswer {
+struct HttpResponse {
     int curlCode = 0; ///< libcurl's code; anything but 0 is a transport failure, and the rest is then empty
     int status = 0;
     std::string body;
@@ -28,7 +28,7 @@ struct HttpAnswer {
 /// Requests over http and https only, with bounds. Fails at once, as unable to connect, when the device has
 /// no network in reach. Blocks; any thread, several at once. Ends within a moment, with libcurl's
 /// CURLE_ABORTED_BY_CALLBACK, when a stop is requested or the process is about to quit
-/// (vellum::clock::wakeAll).
+/// (vellum::clock::beginQuit).
 class TESSALY_UTILITIES_API HttpClient {
 public:
     explicit HttpClient(const HttpLimits& limits = defaultLimits());
@@ -36,10 +36,10 @@ public:
     /// They may hold secrets: a request with headers isn't redirected to another scheme, host or port, but
     /// fails with CURLE_REMOTE_ACCESS_DENIED.
     using Headers = std::map<std::string, std::string>;
-    [[nodiscard]] HttpAnswer get(const std::string& url, const Headers& headers = {},
-                                 const std::stop_token& stop = {}) const;
-    [[nodiscard]] HttpAnswer post(const std::string& url, const std::string& body = {},
-                                  const Headers& headers = {}, const std::stop_token& stop = {}) const;
+    [[nodiscard]] HttpResponse get(const std::string& url, const Headers& headers = {},
+                                   const std::stop_token& stop = {}) const;
+    [[nodiscard]] HttpResponse post(const std::string& url, const std::string& body = {},
+                                    const Headers& headers = {}, const std::stop_token& stop = {}) const;
 
     /// What clients made from now on use. To be set before any other thread makes one.
     static HttpLimits defaultLimits();

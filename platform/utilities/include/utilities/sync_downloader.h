@@ -8,7 +8,7 @@
 
 namespace tessaly::utilities {
 
-/// What downloads may need beside their addresses.
+/// What downloads may need beside their URLs.
 struct DownloadOptions {
     /// Sent with each request, and not to another scheme, host or port: such a redirect is a failure.
     std::map<std::string, std::string> headers;
@@ -17,7 +17,7 @@ struct DownloadOptions {
 
 /// Downloads one file at a time into a folder of the device, blocking the calling thread, while another
 /// thread reads the progress or cancels. A download is cancelled, too, when the process is about to quit
-/// (vellum::clock::wakeAll).
+/// (vellum::clock::beginQuit).
 class TESSALY_UTILITIES_API SyncDownloader {
 public:
     /// `folder` is a device path.
@@ -28,9 +28,10 @@ public:
 
     /// Stores `url` under `path` ("/name", relative to the folder); an older file of that name goes first,
     /// and the new one is there only once it is whole. True on success. What is known of the file beforehand
-    /// stands in the address's fragment ("#size=BYTES&sha256=HEX", either may be missing) and is checked, as
-    /// is the length that the answer announces. `flags` is 0. `text` labels the download in the log. A name
-    /// that leaves the folder is refused.
+    /// stands in the URL's fragment ("#size=BYTES&sha256=HEX", either may be missing) and is checked, as is
+    /// the length that the response announces. A transfer that breaks off goes on where it was, three times,
+    /// a second later each, if the server names the file by an ETag and it is still the same. `flags` is 0.
+    /// `text` labels the download in the log. A name that leaves the folder is refused.
     bool Download(const std::string& url, const std::string& path, int flags, const std::string& text);
 
     /// Any thread. `active` says whether a download runs, `text` what it said last (a label or an error),

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <utilities/export.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+/// URLs that came from elsewhere. Any thread.
+namespace tessaly::utilities {
+
+/// Whether a text is a whole http or https URL.
+[[nodiscard]] TESSALY_UTILITIES_API bool isWebUrl(const std::string& text);
+
+/// Where a request for this URL goes: "SCHEME://HOST:PORT". Empty if it isn't a whole URL.
+[[nodiscard]] TESSALY_UTILITIES_API std::string urlOrigin(const std::string& url);
+
+/// Where a file is, and what is known of it: "URL#size=BYTES&sha256=HEX". Both are optional, other names are
+/// ignored.
+struct TESSALY_UTILITIES_API DownloadUrl {
+    std::string url; ///< without the fragment
+    std::optional<std::int64_t> size;
+    std::string sha256; ///< 64 lower-case digits; empty when not known
+
+    /// Nothing if a size or a checksum is there but makes no sense.
+    static std::optional<DownloadUrl> parse(const std::string& text);
+};
+
+} // namespace tessaly::utilities

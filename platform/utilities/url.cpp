@@ -1,0 +1,76 @@
+#include <utilities/url.h>
+
+#include <QUrl>
+#include <algorithm>
+#include <base/sha256.h>
+#include <charconv>
+#include <curl/curl.h>
+#include <memory>
+
+namespace tessaly::utilities {
+
+namespace {
+
+std::string lowerCase(std::string_view text) {
+    std::string lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; });
+    return lower;
+}
+
+std::string part(CURLU* url, CURLUPart which) {
+    char* text = nullptr;
+    if (curl_url_get(url, which, &text, CURLU_DEFAULT_PORT) != CURLUE_OK)
+        return {};
+    const std::unique_ptr<char, void (*)(void*)> owner(text, curl_free);
+    return text;
+}
+
+std::optional<std::int64_t> sizeFrom(std::string_view text) {
+    std::int64_t size = -1;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), size);
+    if (error != std::errc() || end != text.data() + text.size() || size < 0)
+        return std::nullopt;
+    return size;
+}
+
+} // namespace
+
+bool isWebUrl(const std::string& text) {
+    const QUrl url(QString::fromStdString(text), QUrl::StrictMode);
+    return url.isValid() && !url.host().isEmpty() &&
+           (url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https"));
+}
+
+std::string urlOrigin(const std::string& url) {
+    // By libcurl, so that it is what libcurl contacts.
+    const std::unique_ptr<CURLU, void (*)(CURLU*)> parsed(curl_url(), curl_url_cleanup);
+    // A URL without a scheme is libcurl's to guess at; it takes it for http in most cases.
+    if (!parsed || curl_url_set(parsed.get(), CURLUPART_URL, url.c_str(), CURLU_DEFAULT_SCHEME) != CURLUE_OK)
+        return {};
+    return part(parsed.get(), CURLUPART_SCHEME) + "://" + lowerCase(part(parsed.get(), CURLUPART_HOST)) +
+           ':' + part(parsed.get(), CURLUPART_PORT);
+}
+
+std::optional<DownloadUrl> DownloadUrl::parse(const std::string& text) {
+    const auto hash = text.find('#');
+    DownloadUrl result{text.substr(0, hash), std::nullopt, {}};
+    std::string_view rest =
+        hash == std::string::npos ? std::string_view() : std::string_view(text).substr(hash + 1);
+    while (!rest.empty()) {
+        const std::string_view item = rest.substr(0, rest.find('&'));
+        rest.remove_prefix(std::min(rest.size(), item.size() + 1));
+        if (item.starts_with("size=")) {
+            result.size = sizeFrom(item.substr(5));
+            if (!result.size)
+                return std::nullopt;
+        } else if (item.starts_with("sha256=")) {
+            result.sha256 = lowerCase(item.substr(7));
+            if (!base::Sha256::isChecksum(result.sha256))
+                return std::nullopt;
+        }
+    }
+    return result;
+}
+
+} // namespace tessaly::utilities
