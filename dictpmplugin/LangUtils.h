@@ -1,6 +1,6 @@
 #pragma once
 
-#include <utilities/basic_locale.h>
+#include <utilities/locale.h>
 
 #include <boost/optional.hpp>
 #include <string>

@@ -7,7 +7,6 @@
 
 #include <common_utilities/defer_sleep.h>
 #include <common_utilities/log_line.h>
-#include <dictionaries/hunspell_searcher.h>
 
 #include <QJSEngine>
 #include <QScopedValueRollback>

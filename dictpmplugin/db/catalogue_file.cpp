@@ -3,7 +3,7 @@
 #include "dictionarydao.h"
 
 #include <common_utilities/log_line.h>
-#include <utilities/locale_parser.h>
+#include <utilities/locale.h>
 
 #include <QDeadlineTimer>
 #include <QFile>

@@ -3,7 +3,7 @@
 #include "write_ahead.h"
 
 #include <dictpmplugin/LangUtils.h>
-#include <utilities/locale_parser.h>
+#include <utilities/locale.h>
 
 #include <QSqlQuery>
 #include <QSqlRecord>

@@ -7,7 +7,7 @@
 #include <common_utilities/log_line.h>
 #include <limits>
 #include <unordered_set>
-#include <utilities/locale_parser.h>
+#include <utilities/locale.h>
 #include <utilities/url.h>
 #include <vellum/dictionary_files.h>
 
@@ -21,27 +21,6 @@ constexpr qint64 largestNumber = std::numeric_limits<std::int32_t>::max();
 constexpr qsizetype longestText = 300;
 constexpr qsizetype longestDescription = 4000;
 constexpr qsizetype longestUrl = 2000;
-
-/// Says what is wrong with records: names the first ten and counts the others.
-class Complaints {
-public:
-    Complaints() = default;
-    ~Complaints() {
-        if (m_count > mostNamed)
-            LogLine(log::cb::warn) << "catalogue: " << m_count - mostNamed << " more records with faults";
-    }
-    Complaints(const Complaints&) = delete;
-    Complaints& operator=(const Complaints&) = delete;
-
-    void add(qsizetype place, const std::string& what) {
-        if (++m_count <= mostNamed)
-            LogLine(log::cb::warn) << "catalogue record " << place << ": " << what;
-    }
-
-private:
-    static constexpr int mostNamed = 10;
-    int m_count = 0;
-};
 
 /// At most so many characters, the last of which says that there were more.
 QString cut(QString text, qsizetype longest) {
@@ -161,7 +140,10 @@ Either<ApiError, std::vector<DictionaryInfo>> parseCatalogue(const std::string& 
 
     std::vector<DictionaryInfo> records;
     std::unordered_set<std::int32_t> serverIds;
-    Complaints complaints;
+    Complaints complaints("catalogue");
+    const auto complain = [&](qsizetype place, const std::string& what) {
+        complaints.add("record " + std::to_string(place) + ": " + what);
+    };
     const QJsonArray list = json.getRight().array();
     for (qsizetype place = 0; place < list.size(); ++place) {
         if (records.size() == mostCatalogueRecords) {
@@ -170,18 +152,18 @@ Either<ApiError, std::vector<DictionaryInfo>> parseCatalogue(const std::string& 
             break;
         }
         if (!list.at(place).isObject()) {
-            complaints.add(place, "left out, not a record");
+            complain(place, "left out, not a record");
             continue;
         }
         RecordReader reader(list.at(place).toObject());
         const DictionaryInfo info = readRecord(reader);
         if (!reader.fault().empty()) {
-            complaints.add(place, "left out, " + reader.fault());
+            complain(place, "left out, " + reader.fault());
         } else if (!serverIds.insert(info.serverId).second) {
-            complaints.add(place, "left out, id " + std::to_string(info.serverId) + " was there before");
+            complain(place, "left out, id " + std::to_string(info.serverId) + " was there before");
         } else {
             if (!reader.note().empty())
-                complaints.add(place, reader.note());
+                complain(place, reader.note());
             records.push_back(info);
         }
     }

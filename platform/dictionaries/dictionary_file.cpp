@@ -6,7 +6,7 @@
 #include <common_utilities/log_line.h>
 #include <map>
 #include <stdexcept>
-#include <utilities/locale_parser.h>
+#include <utilities/locale.h>
 #include <utilities/url.h>
 #include <vellum/dictionary_database.h>
 

@@ -1,9 +1,19 @@
 #include <dictionaries/morph_map.h>
 
 #include <QQmlEngine>
-#include <utilities/locale_parser.h>
+#include <utilities/locale.h>
 
 namespace tessaly::dictionary {
+
+MorphValue::MorphValue(QObject* parent)
+    : QObject(parent) {}
+
+void MorphValue::setValue(const QVariant& value) {
+    if (m_value == value)
+        return;
+    m_value = value;
+    Q_EMIT valueChanged(m_value);
+}
 
 MorphValue* MorphMap::at(const QString& code) {
     MorphValue*& entry = m_values[code];

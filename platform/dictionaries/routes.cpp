@@ -4,8 +4,8 @@
 #include "server_request.h"
 
 #include <QJsonObject>
-#include <QRegularExpression>
 #include <QUtf8StringView>
+#include <base/sha256.h>
 #include <utilities/cfg_wrapper.h>
 #include <utilities/url.h>
 
@@ -16,20 +16,20 @@ namespace {
 constexpr auto configPath = "/ebrmain/config/dictionary_server.cfg";
 constexpr std::size_t longestText = 1024;
 
-/// The fragment that announces size and checksum, of those that the answer has; nothing if either isn't one.
-boost::optional<std::string> announcement(const QJsonObject& answer) {
-    static const QRegularExpression sha256(QStringLiteral("\\A[0-9A-Fa-f]{64}\\z"));
+/// The fragment that announces size and checksum, as far as the response has them; nothing if one of them
+/// makes no sense.
+boost::optional<std::string> announcement(const QJsonObject& response) {
     std::string fragment;
-    const QJsonValue size = answer.value(QLatin1String("size"));
+    const QJsonValue size = response.value(QLatin1String("size"));
     if (!size.isUndefined()) {
         const qint64 bytes = size.toInteger(-1);
         if (bytes < 0)
             return boost::none;
         fragment = "size=" + std::to_string(bytes);
     }
-    const QJsonValue checksum = answer.value(QLatin1String("sha256"));
+    const QJsonValue checksum = response.value(QLatin1String("sha256"));
     if (!checksum.isUndefined()) {
-        if (!sha256.match(checksum.toString()).hasMatch())
+        if (!base::Sha256::isChecksum(checksum.toString().toStdString()))
             return boost::none;
         fragment += (fragment.empty() ? "sha256=" : "&sha256=") + checksum.toString().toStdString();
     }
@@ -74,13 +74,13 @@ Either<ApiError, std::string> getDictionariesDownloadUrl(long long taskId, const
     const auto json = parseJson(body.getRight(), "package address");
     if (json.isLeft())
         return Left<ApiError>(json.getLeft());
-    const QJsonObject answer = json.getRight().object();
-    std::string url = answer.value(QLatin1String("url")).toString().toStdString();
+    const QJsonObject response = json.getRight().object();
+    std::string url = response.value(QLatin1String("url")).toString().toStdString();
     if (!utilities::isWebUrl(url))
         return Left<ApiError>(parseError("package address", 0, "no http or https address"));
-    const auto fragment = announcement(answer);
+    const auto fragment = announcement(response);
     if (!fragment)
-        return Left<ApiError>(parseError("package address", 0, "size or checksum is none"));
+        return Left<ApiError>(parseError("package address", 0, "size or checksum makes no sense"));
     url.erase(std::min(url.find('#'), url.size()));
     return Right<std::string>(fragment->empty() ? url : url + '#' + *fragment);
 }

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <algorithm>
+#include <common_utilities/log_line.h>
 #include <curl/curl.h>
 #include <limits>
 
@@ -9,14 +10,16 @@ namespace tessaly::dictionary {
 
 namespace {
 
-Either<ApiError, std::string> checkedBody(const utilities::HttpResponse& answer, int expected, int wait) {
-    if (answer.isTransportFailure())
-        return Left<ApiError>({ApiError::CurlError{answer.curlCode}});
-    if (wait != 0 && answer.status == wait)
+constexpr std::size_t mostNamed = 10;
+
+Either<ApiError, std::string> checkedBody(const utilities::HttpResponse& response, int expected, int wait) {
+    if (response.isTransportFailure())
+        return Left<ApiError>({ApiError::CurlError{response.curlCode}});
+    if (wait != 0 && response.status == wait)
         return Left<ApiError>({ApiError::Wait()});
-    if (answer.status != expected)
-        return Left<ApiError>({ApiError::HttpError{answer.status}});
-    return Right<std::string>(answer.body);
+    if (response.status != expected)
+        return Left<ApiError>({ApiError::HttpError{response.status}});
+    return Right<std::string>(response.body);
 }
 
 } // namespace
@@ -26,7 +29,7 @@ ApiError parseError(const std::string& where, std::int64_t position, const std::
     return {ApiError::ParseError{Error{{{where, std::int32_t(std::min(position, largest)), what}}}}};
 }
 
-utilities::HttpLimits shortAnswerLimits() {
+utilities::HttpLimits shortResponseLimits() {
     utilities::HttpLimits limits = utilities::HttpClient::defaultLimits();
     limits.responseBytes = std::min(limits.responseBytes, 64LL << 10);
     return limits;
@@ -45,7 +48,7 @@ Either<ApiError, std::string> postForBody(const std::string& baseUrl, const std:
                                           int wait) {
     if (baseUrl.empty())
         return Left<ApiError>({ApiError::CurlError{CURLE_URL_MALFORMAT}});
-    return checkedBody(utilities::HttpClient(shortAnswerLimits()).post(baseUrl + path), expected, wait);
+    return checkedBody(utilities::HttpClient(shortResponseLimits()).post(baseUrl + path), expected, wait);
 }
 
 Either<ApiError, QJsonDocument> parseJson(const std::string& body, const std::string& where) {
@@ -54,6 +57,16 @@ Either<ApiError, QJsonDocument> parseJson(const std::string& body, const std::st
     if (error.error != QJsonParseError::NoError)
         return Left<ApiError>(parseError(where, error.offset, error.errorString().toStdString()));
     return Right<QJsonDocument>(document);
+}
+
+Complaints::~Complaints() {
+    if (m_count > mostNamed)
+        LogLine(log::cb::warn) << m_list << ": " << m_count - mostNamed << " more like these";
+}
+
+void Complaints::add(const std::string& what) {
+    if (++m_count <= mostNamed)
+        LogLine(log::cb::warn) << m_list << ": " << what;
 }
 
 std::string escaped(const std::string& text) {

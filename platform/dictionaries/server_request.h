@@ -14,14 +14,14 @@ namespace tessaly::dictionary {
 
 ApiError parseError(const std::string& where, std::int64_t position, const std::string& what);
 
-/// Bounds for answers that are a few lines.
-utilities::HttpLimits shortAnswerLimits();
+/// Bounds for responses of a few lines.
+utilities::HttpLimits shortResponseLimits();
 
-/// The bodies of one request each: of the answer whose status is `expected`. The status `wait` (0 for none)
-/// is ApiError::Wait, any other one ApiError::HttpError. Without a base address the request fails as
-/// malformed.
+/// One request each, and the body of its response if the status is `expected`. The status `wait` (0 for none)
+/// is ApiError::Wait, any other one ApiError::HttpError. An empty base URL is a malformed one.
 Either<ApiError, std::string> getBody(const std::string& baseUrl, const std::string& path, int expected,
-                                      int wait = 0, const utilities::HttpLimits& limits = shortAnswerLimits(),
+                                      int wait = 0,
+                                      const utilities::HttpLimits& limits = shortResponseLimits(),
                                       const utilities::HttpClient::Headers& headers = {},
                                       const std::stop_token& stop = {});
 Either<ApiError, std::string> postForBody(const std::string& baseUrl, const std::string& path, int expected,
@@ -29,7 +29,25 @@ Either<ApiError, std::string> postForBody(const std::string& baseUrl, const std:
 
 Either<ApiError, QJsonDocument> parseJson(const std::string& body, const std::string& where);
 
-/// Part of an address, with everything that could change the address's meaning escaped. Commas stay.
+/// The log of what is wrong with a list's entries: the first ten are named, the rest are counted, so that a
+/// bad list can't fill the log.
+class Complaints {
+public:
+    /// `list` begins each line, and outlives the object.
+    explicit Complaints(const char* list)
+        : m_list(list) {}
+    ~Complaints();
+    Complaints(const Complaints&) = delete;
+    Complaints& operator=(const Complaints&) = delete;
+
+    void add(const std::string& what);
+
+private:
+    const char* m_list;
+    std::size_t m_count = 0;
+};
+
+/// Part of a URL, with everything that could change the URL's meaning escaped. Commas stay.
 std::string escaped(const std::string& text);
 
 } // namespace tessaly::dictionary

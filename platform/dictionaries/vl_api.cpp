@@ -13,8 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Names of the dictionary files in a folder, in byte order. A folder that is absent or can't be read has
-/// none.
+/// Names of the dictionary files in a folder, in byte order; none if it is absent or can't be read.
 std::set<std::string> dictionaryFilesIn(const std::string& folder) {
     std::set<std::string> files;
     std::error_code error;

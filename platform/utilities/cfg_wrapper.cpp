@@ -9,7 +9,7 @@ template<>
 boost::optional<int> CfgWrapper::readIfExists(const std::string& key) const {
     if (!m_config)
         return boost::none;
-    // What is no number must not be taken for one: it follows the fallback, whatever that is.
+    // A text that isn't a number reads as whatever the fallback is, so two fallbacks tell it from a 0.
     const int number = ReadInt(m_config.get(), key.c_str(), 0);
     if (number == 0 && ReadInt(m_config.get(), key.c_str(), 1) != 0)
         return boost::none;

@@ -15,8 +15,7 @@
 
 namespace tessaly::utilities {
 
-/// One request over http or https, within the bounds of HttpLimits, that follows a few redirects. Used by one
-/// thread.
+/// One request over http or https that follows a few redirects and keeps to its limits. Used by one thread.
 class CurlRequest {
 public:
     CurlRequest(const std::string& url, const HttpLimits& limits);

@@ -32,8 +32,7 @@ std::string contentOf(const std::string& hostPath) {
     return content;
 }
 
-/// QSaveFile gives the file its name but leaves it to others that the directory knows of it after a power
-/// cut.
+/// QSaveFile syncs the file, but not the directory that has its new name.
 bool syncDirectoryOf(const std::string& hostPath) {
     try {
         base::syncToDisk(hostPath.substr(0, hostPath.rfind('/') + 1));

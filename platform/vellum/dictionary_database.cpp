@@ -15,8 +15,8 @@ namespace {
 constexpr int longestValue = 1 << 20;
 constexpr int longestSql = 10'000; // that of the schema included
 constexpr std::size_t longestAnswer = 8 << 20;
-/// Far more than a look through a large dictionary takes.
-constexpr double longestStatement = 1;
+/// Far more than a look through all of a large dictionary takes, and little enough for whoever waits for it.
+constexpr double mostSeconds = 0.25;
 /// Steps of SQLite's virtual machine, each of which may read a value, between two looks at the time.
 constexpr int stepsAtOnce = 200;
 
@@ -77,27 +77,33 @@ DictionaryDatabase::DictionaryDatabase(const std::string& hostPath)
     sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    connection.deadline = processorSeconds() + mostSeconds;
     sqlite3_progress_handler(handle, stepsAtOnce, Connection::isLate, &connection);
 
     // What the schema's rows say of themselves can be forged; these say what SQLite takes them for. A
     // generated column would compute within a single step, which no bound sees.
-    if (rows("SELECT name FROM pragma_table_list WHERE schema = 'main' AND type = 'table' "
-             "AND name IN ('metadata', 'entries')")
+    if (run("SELECT name FROM pragma_table_list WHERE schema = 'main' AND type = 'table' "
+            "AND name IN ('metadata', 'entries')")
                 .size() != 2 ||
-        !rows("SELECT name FROM pragma_table_xinfo('metadata') WHERE hidden <> 0 UNION ALL "
-              "SELECT name FROM pragma_table_xinfo('entries') WHERE hidden <> 0")
+        !run("SELECT name FROM pragma_table_xinfo('metadata') WHERE hidden <> 0 UNION ALL "
+             "SELECT name FROM pragma_table_xinfo('entries') WHERE hidden <> 0")
              .empty())
         connection.fail("not a dictionary");
-    static_cast<void>(rows("SELECT headword, definition, folded FROM entries LIMIT 1"));
+    static_cast<void>(run("SELECT headword, definition, folded FROM entries LIMIT 1"));
     // Whatever the keys are: picking them out in the statement takes longer than all the rest of opening.
-    m_metadata = rows("SELECT key, value FROM metadata LIMIT 1000");
+    m_metadata = run("SELECT key, value FROM metadata LIMIT 1000");
 }
 
 DictionaryDatabase::~DictionaryDatabase() = default;
 
 std::vector<DictionaryDatabase::Row> DictionaryDatabase::rows(const std::string& statement,
                                                               const std::string& text) const {
-    m_connection->deadline = processorSeconds() + longestStatement;
+    m_connection->deadline = processorSeconds() + mostSeconds;
+    return run(statement, text);
+}
+
+std::vector<DictionaryDatabase::Row> DictionaryDatabase::run(const std::string& statement,
+                                                             const std::string& text) const {
     sqlite3_stmt* prepared = nullptr;
     const int result =
         sqlite3_prepare_v2(m_connection->handle.get(), statement.c_str(), -1, &prepared, nullptr);

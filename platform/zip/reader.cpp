@@ -2,6 +2,7 @@
 
 #include <archive.h>
 #include <archive_entry.h>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -14,15 +15,40 @@ namespace tessaly::zip {
 namespace {
 
 constexpr std::size_t readBytes = std::size_t{256} << 10;
+constexpr std::int64_t longestDirectory = 1 << 20;
 
-FileDescriptor openPlainFile(const std::string& hostPath) {
+std::uint32_t littleEndian(std::span<const unsigned char> bytes) {
+    std::uint32_t number = 0;
+    for (const unsigned char byte : bytes)
+        number = number >> 8 | std::uint32_t{byte} << 24;
+    return number >> (32 - 8 * bytes.size());
+}
+
+/// libarchive takes the whole directory into memory before it tells of the first entry, so its length is held
+/// against the record at the archive's end first. That record is taken where libarchive looks first: without
+/// a comment, which could hide another record, and without the extension for more than 4 GiB.
+void requireShortDirectory(const base::FileDescriptor& file, std::int64_t size) {
+    std::array<unsigned char, 42> end{};
+    const std::span record = std::span(end).last<22>();
+    const std::int64_t position = size - std::int64_t(record.size());
+    if (size < std::int64_t(end.size()) ||
+        ::pread(file.get(), end.data(), end.size(), size - std::int64_t(end.size())) != ssize_t(end.size()) ||
+        std::memcmp(record.data(), "PK\5\6", 4) != 0 || littleEndian(record.last<2>()) != 0)
+        throw Error(Error::Kind::Damaged, "The archive is damaged: it has no directory at its end");
+    const std::int64_t start = littleEndian(record.subspan<16, 4>());
+    if (std::memcmp(end.data(), "PK\6\7", 4) == 0 || position - start > longestDirectory)
+        throw Error(Error::Kind::BadEntry, "The archive's directory is too long");
+}
+
+base::FileDescriptor openPlainFile(const std::string& hostPath) {
     // Without O_NONBLOCK a pipe of that name would hold up the reader for ever.
-    FileDescriptor file(::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    base::FileDescriptor file(::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
     if (!file.isOpen())
         throw Error(Error::Kind::Unreadable, "Can not open " + hostPath + ": " + std::strerror(errno));
     struct stat info {};
     if (::fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode))
         throw Error(Error::Kind::Unreadable, hostPath + " is not a plain file");
+    requireShortDirectory(file, info.st_size);
     return file;
 }
 
@@ -45,8 +71,6 @@ Reader::Reader(const std::string& hostPath)
     rewind();
 }
 
-/// Only archives with a directory at their end are taken: one that was cut short is refused before anything
-/// is unpacked.
 void Reader::rewind() {
     m_archive.reset(archive_read_new());
     if (!m_archive)

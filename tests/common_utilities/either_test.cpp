@@ -2,7 +2,7 @@
 #include <dictpmplugin/db/dao_error.h>
 #include <tests/support/child_process.h>
 #include <tests/support/log_watch.h>
-#include <utilities/locale_parser.h>
+#include <utilities/locale.h>
 
 #include <QTest>
 

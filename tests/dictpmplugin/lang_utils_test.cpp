@@ -1,7 +1,7 @@
 #include <dictpmplugin/LangUtils.h>
 #include <tests/support/child_process.h>
 #include <tests/support/log_watch.h>
-#include <utilities/locale_parser.h>
+#include <utilities/locale.h>
 
 #include <QLocale>
 #include <QTest>

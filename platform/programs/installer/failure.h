@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cerrno>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -36,7 +37,11 @@ public:
         : std::runtime_error(text)
         , m_code(code) {}
     /// The system refused something. A full storage is NoSpace whatever `code` says.
-    Failure(Code code, const std::system_error& error);
+    Failure(Code code, const std::system_error& error)
+        : Failure(error.code() == std::errc::no_space_on_device || error.code().value() == EDQUOT
+                      ? Code::NoSpace
+                      : code,
+                  error.what()) {}
 
     [[nodiscard]] Code code() const { return m_code; }
 

@@ -18,9 +18,8 @@ public:
     /// Moves a file into the hidden directory, or copies it from another file system.
     void bring(const std::string& path, const std::string& name);
 
-    /// Gives all files that were brought their names, in place of older dictionaries. A failure first undoes
-    /// what was done; only where the file system can't exchange two files is a replaced dictionary kept as it
-    /// is.
+    /// Gives all files that were brought their names, in place of older dictionaries. A failure undoes what
+    /// was done, except where the file system can't exchange two files: there the new dictionary stays.
     void commit();
 
 private:

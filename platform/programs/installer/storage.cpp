@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/statvfs.h>
 #include <thread>
 #include <vellum/device_state.h>
 
@@ -17,10 +16,7 @@ namespace tessaly::installer {
 namespace {
 
 std::int64_t freeBytes(const std::string& directory) {
-    struct statvfs info {};
-    if (::statvfs(directory.c_str(), &info) != 0)
-        base::throwSystemError("cannot ask for the free space of " + directory);
-    return std::int64_t(info.f_bavail) * std::int64_t(info.f_frsize);
+    return std::int64_t(std::filesystem::space(directory).available);
 }
 
 bool areOnOneFileSystem(const std::string& one, const std::string& other) {

@@ -39,11 +39,11 @@ private Q_SLOTS:
             {"'language_from': {'code': 'cs', 'region': null}", "1 A a.tsdict cs>-", {}},
             {"'language_to': {'code': 'zh', 'region': 'TW'}", "1 A a.tsdict ->zh_TW", {}},
             {"'language_from': {'code': ''}", "1 A a.tsdict ->-", {}},
-            {"'language_from': {'code': 'c/'}", "1 A a.tsdict ->-", u"catalogue record 0: language_from"_qs},
+            {"'language_from': {'code': 'c/'}", "1 A a.tsdict ->-", u"catalogue: record 0: language_from"_qs},
             {"'language_to': {'code': 'zh', 'region': '-'}", "1 A a.tsdict ->-",
-             u"catalogue record 0: language_to"_qs},
+             u"catalogue: record 0: language_to"_qs},
             {"'name': '" + QByteArray(301, 'x') + "'", "1 " + QByteArray(299, 'x') + "… a.tsdict ->-",
-             u"catalogue record 0: name is too long, it has 301 characters"_qs},
+             u"catalogue: record 0: name is too long, it has 301 characters"_qs},
             {"'id': 2147483647, 'file': 'Řečtina [1].tsdict'", "2147483647 A Řečtina [1].tsdict ->-", {}}};
         for (const auto& record : records) {
             // Of a repeated member the last counts.
@@ -77,7 +77,8 @@ private Q_SLOTS:
                 parse('[' + good + ',' + record + ",{'id': 3, 'name': 'C', 'file': 'c.tsdict'}]").getRight();
             QVERIFY2(parsed.size() == 2 && summary(parsed[1]) == u"3 C c.tsdict ->-", record);
             const QStringList warnings = m_log.takeUnexpected();
-            QVERIFY2(warnings.size() == 1 && warnings[0].startsWith(u"catalogue record 1: left out"), record);
+            QVERIFY2(warnings.size() == 1 && warnings[0].startsWith(u"catalogue: record 1: left out"),
+                     record);
         }
     }
 
@@ -103,7 +104,7 @@ private Q_SLOTS:
         QCOMPARE(m_log.lines(u"left out, not a record"_qs).size(), 10);
         const QStringList warnings = m_log.takeUnexpected().mid(10);
         QCOMPARE(warnings, QStringList({u"catalogue: 1 entries are left out, after 20000 records"_qs,
-                                        u"catalogue: 2 more records with faults"_qs}));
+                                        u"catalogue: 2 more like these"_qs}));
     }
 
     void otherBodies() {

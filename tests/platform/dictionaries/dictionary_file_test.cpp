@@ -1,7 +1,10 @@
 #include "../support/bare_device.h"
 
+#include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QTest>
+#include <QtEndian>
+#include <cstring>
 #include <dictionaries/dictionary_file.h>
 #include <dictionaries/vl_api.h>
 #include <sqlite3.h>
@@ -87,6 +90,41 @@ private Q_SLOTS:
             make(statements);
             QVERIFY2(open().isLeft() && !OpenDictionary("d"), statements);
         }
+    }
+
+    /// Pages that share one leaf with a long text in it: a search through the table would take years.
+    void lookupIsBounded() {
+        make("PRAGMA page_size = 512;" + tables +
+             "INSERT INTO entries VALUES (hex(zeroblob(450000)), '', '');"
+             "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000) "
+             "INSERT INTO entries SELECT 'w' || i, hex(zeroblob(200)), 'w' FROM n");
+        QByteArray bytes = readFile(path());
+        const auto page = [&](quint32 number) { return bytes.data() + (number - 1) * 512; };
+        // Where an inner page has the numbers of the pages below it: in its head, and in each cell.
+        const auto below = [&](quint32 number) {
+            QList<char*> places{page(number) + 8};
+            for (int i = 0; i < qFromBigEndian<quint16>(page(number) + 3); ++i)
+                places << page(number) + qFromBigEndian<quint16>(page(number) + 12 + 2 * i);
+            return places;
+        };
+        QList<quint32> levels{3}; // the root
+        for (const char* const place : below(3))
+            levels << qFromBigEndian<quint32>(place);
+        const quint32 leaf = qFromBigEndian<quint32>(below(levels[2])[1]);
+        const QByteArray inner(page(levels[3]), 512);
+        levels = levels.mid(0, 6) << leaf;
+        for (int i = 0; i + 1 < levels.size(); ++i) {
+            std::memcpy(page(levels[i]), inner.constData(), 512);
+            for (char* const place : below(levels[i]))
+                qToBigEndian(levels[i + 1], place);
+        }
+        m_device.write(file, bytes);
+        LogWatch log;
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(OpenDictionary("d") && open().getRight().lookup("word").empty());
+        QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY(log.takeUnexpected().value(0).endsWith(u"cannot be read: interrupted"));
     }
 
     void noDatabases() {

@@ -8,7 +8,6 @@
 #include <QTcpServer>
 #include <QTest>
 #include <QThreadPool>
-#include <dictionaries/hunspell_searcher.h>
 #include <dictionaries/morph_explorer.h>
 #include <memory>
 #include <optional>

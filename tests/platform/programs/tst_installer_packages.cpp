@@ -38,8 +38,7 @@ class TestInstallerPackages : public QObject {
 
     std::optional<InstallerDevice> m_device;
 
-    /// Runs the installer: it must tell this code, and leave an older dictionary and everything else as it
-    /// was.
+    /// The installer must tell this code, and leave an older dictionary and everything else as it was.
     void compareUnchanged(Code code, const QString& name = u"/dicts_1.tsi"_qs) {
         writeFile(m_device->dictionary(u"Czech - German.tsdict"_qs), "older");
         const auto before = m_device->content();

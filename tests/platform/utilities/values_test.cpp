@@ -1,7 +1,7 @@
 #include "../support/bare_device.h"
 
 #include <utilities/cfg_wrapper.h>
-#include <utilities/locale_parser.h>
+#include <utilities/locale.h>
 #include <utilities/path_resolver.h>
 
 #include <QTest>

@@ -2,8 +2,8 @@
 
 #include <common_utilities/either.h>
 #include <dictionaries/export.h>
-#include <utilities/basic_locale.h>
 #include <utilities/error.h>
+#include <utilities/locale.h>
 
 #include <boost/optional.hpp>
 #include <cstdint>
@@ -36,7 +36,15 @@ struct Entry {
     std::string definition;
 };
 
-/// An open dictionary file, read only. Copies share it. One thread at a time.
+/// An open dictionary file, read only:
+///
+///     const auto file = dictionary::open("/mnt/ext1/system/dictionaries/English-French.tsdict");
+///     if (file.isRight())
+///         for (const Entry& entry : file.getRight().lookup("word"))
+///             show(entry.definition);
+///
+/// Opening and each lookup are bounded in time, whatever is in the file; a lookup that exceeds its bound is
+/// logged and finds nothing. Copies share the file. One thread at a time.
 class TESSALY_DICTIONARIES_API DictionaryFile {
 public:
     /// Empty when the file has no metadata at all.

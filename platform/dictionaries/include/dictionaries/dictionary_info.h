@@ -2,7 +2,7 @@
 
 #include <dictionaries/export.h>
 #include <dictionaries/vl_api.h>
-#include <utilities/basic_locale.h>
+#include <utilities/locale.h>
 
 #include <boost/optional.hpp>
 #include <cstdint>

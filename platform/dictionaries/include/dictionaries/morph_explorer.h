@@ -2,10 +2,33 @@
 
 #include <dictionaries/export.h>
 #include <dictionaries/morph_file_existance_map.h>
-#include <dictionaries/morph_secret_provider.h>
 #include <dictionaries/morph_url_map.h>
 
+#include <string>
+
+namespace tessaly::morphology {
+
+/// Where the device keeps its morphology data.
+class TESSALY_DICTIONARIES_API HunspellSearcher {
+public:
+    /// Device path of the folder.
+    static std::string defaultDir();
+};
+
+} // namespace tessaly::morphology
+
 namespace tessaly::dictionary {
+
+/// Knows the key without which the server gives no morphology data.
+class TESSALY_DICTIONARIES_API MorphSecretProvider : public QObject {
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// As the device's configuration has it now; empty when it has none. Any thread.
+    Q_INVOKABLE QString apiKey() const;
+};
 
 /// Morphology data of the languages: what the server offers and what the device has. Owns its three parts.
 /// GUI thread.

@@ -1,11 +1,31 @@
 #pragma once
 
 #include <dictionaries/export.h>
-#include <dictionaries/morph_value.h>
 
 #include <QHash>
+#include <QObject>
+#include <QVariant>
 
 namespace tessaly::dictionary {
+
+/// What a morphology map knows of one language, for bindings to follow. Owned by its map. GUI thread.
+class TESSALY_DICTIONARIES_API MorphValue : public QObject {
+    Q_OBJECT
+    /// Invalid, which is undefined in QML, when there is none.
+    Q_PROPERTY(QVariant value READ value NOTIFY valueChanged)
+
+public:
+    explicit MorphValue(QObject* parent);
+
+    [[nodiscard]] QVariant value() const { return m_value; }
+    void setValue(const QVariant& value);
+
+Q_SIGNALS:
+    void valueChanged(const QVariant& value);
+
+private:
+    QVariant m_value;
+};
 
 /// Something known of each language, to be followed language by language. GUI thread.
 class TESSALY_DICTIONARIES_API MorphMap : public QObject {

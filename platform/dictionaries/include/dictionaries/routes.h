@@ -10,11 +10,17 @@
 
 namespace tessaly::dictionary {
 
-/// Address of the dictionary server, without a trailing slash: what the device's configuration says.
+/// URL of the dictionary server, without a trailing slash: what the device's configuration says.
 TESSALY_DICTIONARIES_API std::string default_base_url();
 
-/// The client of the dictionary server. Each call is one request that blocks, with bounded time and answer
-/// size. Any thread.
+/// The client of the dictionary server. Each call is one request that blocks, bounded in time and in the size
+/// of its response; failures are values. Nothing is tried again, and nothing is kept between calls:
+///
+///     const auto task = Routes::requestDictionariesDownload("12,40", default_base_url());
+///     if (task.isRight())
+///         url = Routes::getDictionariesDownloadUrl(task.getRight(), default_base_url());
+///
+/// Any thread.
 namespace Routes {
 
 /// The whole catalogue. A record that isn't one is dropped with a warning.
@@ -25,7 +31,7 @@ listDictionaries(const std::string& baseUrl);
 TESSALY_DICTIONARIES_API Either<ApiError, long long> requestDictionariesDownload(const std::string& ids,
                                                                                  const std::string& baseUrl);
 
-/// Where the package can be fetched; ApiError::Wait while it is still being built. The address carries the
+/// Where the package can be fetched; ApiError::Wait while it is still being built. The URL carries the
 /// announced size and checksum in its fragment, where the downloader finds them.
 TESSALY_DICTIONARIES_API Either<ApiError, std::string> getDictionariesDownloadUrl(long long taskId,
                                                                                   const std::string& baseUrl);

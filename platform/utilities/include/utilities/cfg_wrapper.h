@@ -9,7 +9,14 @@
 
 namespace tessaly::utilities {
 
-/// An open key-value file of the device. Closed without saving when destroyed. One thread at a time.
+/// An open key-value file of the device, such as its settings:
+///
+///     CfgWrapper config("/mnt/ext1/system/config/global.cfg", 1);
+///     WriteString(config.handle(), "dictionary", name.c_str());
+///     const bool isSaved = config.saveAndClose();
+///
+/// Read as a whole when opened, closed without saving when destroyed. Two that write at the same time don't
+/// see each other: the later one counts. One thread at a time.
 class TESSALY_UTILITIES_API CfgWrapper {
 public:
     /// `path` is a device path; mode 0 reads, mode 1 reads and writes. An absent file is an empty one.

@@ -9,7 +9,7 @@
 
 namespace tessaly::utilities {
 
-/// Bounds of one request. What exceeds them ends it with an error, never with half an answer.
+/// Bounds of one request. What exceeds them ends it with an error, never with half a response.
 struct HttpLimits {
     long connectTimeoutMs = 5000;
     long stallSeconds = 10;             ///< without a single byte
@@ -25,16 +25,22 @@ struct HttpResponse {
     [[nodiscard]] bool isTransportFailure() const { return curlCode != 0; }
 };
 
-/// Requests over http and https only, with bounds. Fails at once, as unable to connect, when the device has
-/// no network in reach. Blocks; any thread, several at once. Ends within a moment, with libcurl's
-/// CURLE_ABORTED_BY_CALLBACK, when a stop is requested or the process is about to quit
-/// (vellum::clock::beginQuit).
+/// Requests that block, over http and https only:
+///
+///     const HttpResponse response = HttpClient().get(url, {{"X-Api-Key", key}}, stop);
+///     if (!response.isTransportFailure() && response.status == 200)
+///         use(response.body);
+///
+/// A request ends within a moment, with libcurl's CURLE_ABORTED_BY_CALLBACK, when a stop is requested or the
+/// process is about to quit. It fails at once, as unable to connect, when the device has no network in reach.
+/// It follows three redirects at most; cookies, proxies, caches and other methods aren't supported. Any
+/// thread, several at once.
 class TESSALY_UTILITIES_API HttpClient {
 public:
     explicit HttpClient(const HttpLimits& limits = defaultLimits());
 
-    /// They may hold secrets: a request with headers isn't redirected to another scheme, host or port, but
-    /// fails with CURLE_REMOTE_ACCESS_DENIED.
+    /// Names and values. They may hold secrets: a request with headers isn't redirected to another scheme,
+    /// host or port, but fails with CURLE_REMOTE_ACCESS_DENIED.
     using Headers = std::map<std::string, std::string>;
     [[nodiscard]] HttpResponse get(const std::string& url, const Headers& headers = {},
                                    const std::stop_token& stop = {}) const;

@@ -16,8 +16,13 @@ struct DownloadOptions {
 };
 
 /// Downloads one file at a time into a folder of the device, blocking the calling thread, while another
-/// thread reads the progress or cancels. A download is cancelled, too, when the process is about to quit
-/// (vellum::clock::beginQuit).
+/// thread reads the progress or cancels:
+///
+///     SyncDownloader downloader("/mnt/ext1/Downloads");
+///     const bool isThere = downloader.Download(url + "#size=1000", "/name.tsi", 0, "a package");
+///
+/// A download is cancelled, too, when the process is about to quit. What is there of a file isn't kept from
+/// one Download() to the next.
 class TESSALY_UTILITIES_API SyncDownloader {
 public:
     /// `folder` is a device path.

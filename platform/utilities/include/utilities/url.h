@@ -15,8 +15,8 @@ namespace tessaly::utilities {
 /// Where a request for this URL goes: "SCHEME://HOST:PORT". Empty if it isn't a whole URL.
 [[nodiscard]] TESSALY_UTILITIES_API std::string urlOrigin(const std::string& url);
 
-/// Where a file is, and what is known of it: "URL#size=BYTES&sha256=HEX". Both are optional, other names are
-/// ignored.
+/// Where a file is, and what is known of it beforehand: "URL#size=BYTES&sha256=HEX". Both may be missing, and
+/// other names in the fragment are ignored.
 struct TESSALY_UTILITIES_API DownloadUrl {
     std::string url; ///< without the fragment
     std::optional<std::int64_t> size;

@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <string>
 
-/// What a real device has and a PC has not, kept in one small file under the device root so that all
-/// processes of the simulated device agree. Reads open the file; writes are atomic between processes. Any
-/// thread.
+/// What a real device has and a PC has not, kept in one small file under the device root, so that all
+/// processes of the simulated device agree. Each call reads the file, or replaces it without losing what
+/// another process changes at the same time; what can't be written is logged. Any thread.
 namespace vellum::state {
 
 enum class Input { Touch, Keys };

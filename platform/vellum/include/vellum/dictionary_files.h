@@ -19,8 +19,7 @@ inline constexpr std::string_view dictionarySuffix = ".tsdict";
 /// Whether a dictionary's file may bear this name: UTF-8 that fits every file system of a device, with
 /// something before the suffix. Not with a leading dot, which would hide it and marks unfinished files; not
 /// with a character that separates paths or lines, changes the direction of writing or isn't seen, which
-/// would let the name pose as another. One rule for whoever offers, installs or lists dictionaries. Any
-/// thread.
+/// would let the name pose as another. One rule for whoever offers, installs or lists dictionaries.
 [[nodiscard]] TESSALY_VELLUM_API bool isDictionaryFileName(const std::string& name);
 
 } // namespace vellum

@@ -21,7 +21,7 @@ public:
     enum class Kind {
         Unreadable, ///< absent, not a plain file, or the disk failed to read it
         Damaged,    ///< no zip archive, cut short, or damaged inside
-        BadEntry,   ///< an entry that is no plain file, or has no name
+        BadEntry,   ///< an entry that is no plain file or has no name, or too many of them
     };
     Error(Kind kind, const std::string& text)
         : std::runtime_error(text)
@@ -34,13 +34,19 @@ private:
     Kind m_kind;
 };
 
-/// An open zip archive, read entry by entry; plain files only. Names and sizes are what the archive claims:
-/// they are the caller's to check, and no file is made of them here. Functions throw an Error, or
-/// std::bad_alloc. One thread.
+/// An open zip archive, read entry by entry:
+///
+///     zip::Reader archive(hostPath);
+///     while (const auto entry = archive.next())
+///         while (const std::size_t count = archive.read(buffer))
+///             ...
+///
+/// Plain files only, a few thousand at most, without encryption, comments or more than 4 GiB. Names and sizes
+/// are what the archive claims: they are the caller's to check, and no file is made of them here. Functions
+/// throw an Error, or std::bad_alloc. One thread.
 class TESSALY_ZIP_API Reader {
 public:
-    /// Host path. An archive that was cut short is refused by the first entry at the latest. Names beyond
-    /// ASCII need a UTF-8 locale.
+    /// Host path. An archive that was cut short is refused here. Names beyond ASCII need a UTF-8 locale.
     explicit Reader(const std::string& hostPath);
 
     struct Entry {
@@ -62,7 +68,7 @@ private:
         void operator()(archive* handle) const;
     };
 
-    FileDescriptor m_file;
+    base::FileDescriptor m_file;
     std::unique_ptr<archive, Free> m_archive;
 };
 

@@ -1,4 +1,4 @@
-#include <utilities/locale_parser.h>
+#include <utilities/locale.h>
 
 #include <algorithm>
 

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <common_utilities/either.h>
+#include <utilities/error.h>
+#include <utilities/export.h>
+
 #include <boost/optional.hpp>
 #include <ostream>
 #include <string>
@@ -32,5 +36,14 @@ struct basic_locale {
 };
 
 using Locale = basic_locale<std::string, boost::optional<std::string>>;
+
+namespace locale_parser {
+
+/// Parses "pt" or, with the separator '_', "pt_BR": a language of 2 to 8 ASCII letters and a region of 2 to 8
+/// ASCII letters or digits; letter case is kept. An empty text is a locale with an empty language; anything
+/// else an error.
+TESSALY_UTILITIES_API Either<Error, Locale> tagged_parse(const std::string& text, char separator);
+
+} // namespace locale_parser
 
 } // namespace tessaly::utilities
