@@ -56,10 +56,13 @@ Measurement measureDownload() {
 
     const QByteArray file = someFile();
     const QByteArray head = "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(fileSize) + "\r\n\r\n";
-    const fixture::LoopbackServer server([&](fixture::Connection& client) {
-        client.receive();
-        client.send({head.data(), std::size_t(head.size())}) &&
-            client.send({file.data(), std::size_t(file.size())});
+    const fixture::LoopbackServer server([&](QTcpSocket& client) {
+        const auto send = [&] {
+            client.write(head);
+            client.write(file);
+            client.disconnectFromHost();
+        };
+        QObject::connect(&client, &QTcpSocket::readyRead, &client, send, Qt::SingleShotConnection);
     });
     const QString url = QStringLiteral("http://127.0.0.1:%1/file.tsi").arg(server.port());
     const QByteArray checksum = QCryptographicHash::hash(file, QCryptographicHash::Sha256).toHex();

@@ -16,7 +16,13 @@ class CannedServer {
 public:
     explicit CannedServer(std::map<std::string, std::string> answers = {})
         : m_answers(std::move(answers))
-        , m_server([this](fixture::Connection& client) { answer(client); })
+        , m_server([this](QTcpSocket& client) {
+            const auto send = [this, &client] {
+                client.write(answerTo(QString::fromUtf8(client.readAll())));
+                client.disconnectFromHost();
+            };
+            QObject::connect(&client, &QTcpSocket::readyRead, &client, send, Qt::SingleShotConnection);
+        })
         , m_proxy(m_server.port()) {}
 
     static std::string ok(const std::string& body) { return withBody("200 OK", body); }
@@ -50,22 +56,14 @@ public:
     }
 
 private:
-    void answer(fixture::Connection& client) {
-        const std::string request = client.receive();
-        if (request.empty()) // a connection that nothing is asked on
-            return;
-        const QString text = QString::fromStdString(request);
-        const QString path = text.section(u' ', 1, 1);
-        const auto found = m_answers.find(path.toStdString());
-        std::string answer = found == m_answers.end() ? ok(request) : found->second;
-        {
-            const std::lock_guard lock(m_mutex);
-            m_requests << text.section(u' ', 0, 1) + u' ' +
-                              text.section(u"\r\nX-Api-Key: "_qs, 1).section(u'\r', 0, 0);
-            if (found == m_answers.end() && !m_answer.empty())
-                answer = m_answer;
-        }
-        client.send(answer);
+    QByteArray answerTo(const QString& request) {
+        const auto found = m_answers.find(request.section(u' ', 1, 1).toStdString());
+        const std::lock_guard lock(m_mutex);
+        m_requests << request.section(u' ', 0, 1) + u' ' +
+                          request.section(u"\r\nX-Api-Key: "_qs, 1).section(u'\r', 0, 0);
+        if (found != m_answers.end())
+            return QByteArray::fromStdString(found->second);
+        return QByteArray::fromStdString(m_answer.empty() ? ok(request.toStdString()) : m_answer);
     }
 
     const std::map<std::string, std::string> m_answers;
