@@ -1,6 +1,12 @@
 #pragma once
 
+#include <QMap>
+#include <QString>
 #include <string>
+
+namespace tessaly::fixture {
+class TestDevice;
+}
 
 namespace tessaly::tour {
 
@@ -10,5 +16,18 @@ std::string currentDictionary();
 int installedDictionaries();
 /// How many of the server's dictionaries aren't installed; StepFailed if the server doesn't say.
 int dictionariesToDownload();
+
+/// What a user would miss or find too much after something failed: the dictionaries, the downloads, what the
+/// installer leaves, and the reader's settings, each file with a checksum.
+class DeviceSnapshot {
+public:
+    explicit DeviceSnapshot(const fixture::TestDevice& device);
+
+    /// StepFailed naming a difference, unless the device is as it was.
+    void requireSameNow(const fixture::TestDevice& device) const;
+
+private:
+    QMap<QString, QString> m_files;
+};
 
 } // namespace tessaly::tour

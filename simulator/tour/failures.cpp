@@ -1,8 +1,6 @@
-#include "failures.h"
-
-#include "device_snapshot.h"
+#include "device_checks.h"
+#include "journey.h"
 #include "simulator/fixture/test_device.h"
-#include "wait.h"
 
 #include <vellum/clock.h>
 #include <vellum/device_state.h>

@@ -1,7 +1,6 @@
 #include "hand.h"
 
 #include "step_log.h"
-#include "wait.h"
 
 namespace tessaly::tour {
 

@@ -1,9 +1,7 @@
 #include "journey.h"
 
 #include "device_checks.h"
-#include "quick_items.h"
 #include "simulator/fixture/test_device.h"
-#include "wait.h"
 
 #include <vellum/vellum.h>
 
@@ -113,14 +111,11 @@ void Journey::lookUpWord() {
                              [&](const auto* item) { return textOf(*item) == name; });
     };
     const auto onPage = namesOfDictionary();
-    QList<QPointF> words;
-    for (const QQuickItem* const item : screen.texts()) {
-        if (item->property("marked").isValid() && textOf(*item).size() >= longWord)
-            words << centreOf(*item);
-    }
-    for (const QPointF& word : words) {
+    for (const SeenWord& word : screen.words()) {
+        if (word.text.size() < longWord)
+            continue;
         if (m_hand.isTouch())
-            screen.tapAt(word);
+            screen.tapAt(word.centre);
         else
             screen.press(Qt::Key_Return);
         if (namesOfDictionary() > onPage) {

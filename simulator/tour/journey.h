@@ -37,4 +37,10 @@ private:
     QStringList m_titles;
 };
 
+/// Downloads that come to nothing: what the user sees of each, and that the device is as it was.
+void playFailures(fixture::TestDevice& device, const Hand& hand, StepLog& log);
+
+/// How much faster than on a device the product's waits for server and installer pass: nobody watches.
+constexpr double clockSpeed = 20;
+
 } // namespace tessaly::tour

@@ -1,9 +1,6 @@
 #include "screen.h"
 
-#include "quick_items.h"
-#include "script_warnings.h"
 #include "step_log.h"
-#include "wait.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -16,13 +13,26 @@ extern void qml_register_types_Tessaly_Simulator();
 
 namespace tessaly::tour {
 
+namespace {
+
+/// Whether one's middle is at a height of the other.
+bool areInOneRow(const QQuickItem& one, const QQuickItem& other) {
+    const QRectF a = one.mapRectToScene(one.boundingRect());
+    const QRectF b = other.mapRectToScene(other.boundingRect());
+    const auto crosses = [](const QRectF& rect, double y) { return y >= rect.top() && y <= rect.bottom(); };
+    return crosses(a, b.center().y()) || crosses(b, a.center().y());
+}
+
+} // namespace
+
 QString text(const char* key) {
     return QCoreApplication::translate("keys", key);
 }
 
-Screen::Screen(const QString& folder, const QString& name, int& pictureCount)
+Screen::Screen(const QString& folder, const QString& name, LogWatch& watch, int& pictureCount)
     : m_folder(folder)
     , m_name(name)
+    , m_watch(watch)
     , m_pictureCount(pictureCount) {
     qml_register_types_Tessaly_Simulator();
     m_engine.addImportPath(QStringLiteral(TESSALY_QML_DIR));
@@ -44,7 +54,9 @@ void Screen::settle() {
     QSignalSpy drawn(&m_window, &QQuickWindow::frameSwapped);
     m_window.update();
     tour::require(drawn.wait(), QStringLiteral("nothing is drawn any more"));
-    ScriptWarnings::requireNone();
+    const QStringList complaints = m_watch.takeUnexpected();
+    tour::require(complaints.isEmpty(),
+                  QStringLiteral("complaint: ") + complaints.join(QStringLiteral("; ")));
 }
 
 void Screen::picture(const QString& what) {
@@ -65,16 +77,11 @@ QList<QQuickItem*> Screen::texts() const {
 }
 
 QQuickItem* Screen::find(const QString& text, const QQuickItem* beside) const {
-    QQuickItem* found = nullptr;
-    for (QQuickItem* const item : texts()) {
-        if (textOf(*item).compare(text, Qt::CaseInsensitive) != 0 ||
-            (beside != nullptr && !areInOneRow(*item, *beside)))
-            continue;
-        if (found == nullptr || isButton(*item) ||
-            !isButton(*found)) // the front one, a button if there is one
-            found = item;
-    }
-    return found;
+    const auto fits = [&](const QQuickItem& item, const QString& said) {
+        return said.compare(text, Qt::CaseInsensitive) == 0 &&
+               (beside == nullptr || areInOneRow(item, *beside));
+    };
+    return findSeen(*m_window.contentItem(), fits);
 }
 
 QQuickItem* Screen::require(const QString& text, const QQuickItem* beside) const {

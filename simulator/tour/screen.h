@@ -1,22 +1,23 @@
 #pragma once
 
+#include "tests/support/log_watch.h"
+#include "tests/support/seen_items.h"
+
 #include <QAbstractItemModel>
-#include <QPointF>
 #include <QQmlEngine>
-#include <QQuickItem>
 #include <QQuickWindow>
 #include <memory>
 
 namespace tessaly::tour {
 
 /// The device's screen in a window of its own size, used as a person would: what is seen is found by its
-/// text, fingers and keys are real events of the window. Everything that isn't found, and every warning of a
-/// document, is a StepFailed.
+/// text, fingers and keys are real events of the window. Everything that isn't found, and every warning that
+/// wasn't announced, is a StepFailed.
 class Screen {
 public:
     /// `folder` gets the pictures, numbered, with `name` in their names; empty: there are none. Adds to
     /// `pictureCount`.
-    Screen(const QString& folder, const QString& name, int& pictureCount);
+    Screen(const QString& folder, const QString& name, LogWatch& watch, int& pictureCount);
     ~Screen();
     Screen(const Screen&) = delete;
     Screen& operator=(const Screen&) = delete;
@@ -49,6 +50,8 @@ public:
 
     /// All texts that are to be seen, from the back to the front.
     [[nodiscard]] QList<QQuickItem*> texts() const;
+    /// The words of the page.
+    [[nodiscard]] QList<SeenWord> words() const { return seenWords(*m_window.contentItem()); }
 
     [[nodiscard]] QAbstractItemModel& list() const;
     [[nodiscard]] QObject& download() const;
@@ -63,6 +66,7 @@ private:
 
     QString m_folder;
     QString m_name;
+    LogWatch& m_watch;
     int& m_pictureCount;
     QQmlEngine m_engine;
     QQuickWindow m_window;

@@ -5,6 +5,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSaveFile>
+#include <QTest>
 #include <cstdio>
 
 namespace tessaly::tour {
@@ -12,6 +13,10 @@ namespace tessaly::tour {
 void require(bool holds, const QString& why) {
     if (!holds)
         throw StepFailed(why);
+}
+
+void waitUntil(const std::function<bool()>& holds, const QString& what, int timeoutMs) {
+    require(QTest::qWaitFor(holds, timeoutMs), QStringLiteral("waited in vain for ") + what);
 }
 
 bool StepLog::run(const QString& what, const std::function<QString()>& step) {

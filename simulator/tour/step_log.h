@@ -16,6 +16,8 @@ public:
 
 /// Throws StepFailed with `why` unless `holds`.
 void require(bool holds, const QString& why);
+/// Runs the event loop until `holds`; StepFailed with `what` after `timeoutMs`.
+void waitUntil(const std::function<bool()>& holds, const QString& what, int timeoutMs = 30000);
 
 /// Runs the steps one after the other and prints "ok N what" or "not ok N what" for each.
 class StepLog {

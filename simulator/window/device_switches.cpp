@@ -1,7 +1,6 @@
 #include "device_switches.h"
 
 #include "options.h"
-#include "profiles.h"
 #include "simulator/fixture/test_device.h"
 
 #include <vellum/device_state.h>
@@ -39,49 +38,33 @@ DeviceSwitches::DeviceSwitches(fixture::TestDevice& device, std::function<void()
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, &DeviceSwitches::stateChanged);
 }
 
-bool DeviceSwitches::isNetworkReachable() {
-    return state::isNetworkReachable();
+QVariantMap DeviceSwitches::state() {
+    return {{QStringLiteral("networkReachable"), state::isNetworkReachable()},
+            {QStringLiteral("connected"), state::netState() == 2},
+            {QStringLiteral("connectDelayMs"), state::connectDelayMs()},
+            {QStringLiteral("storageFull"), state::secureFreeBytes() >= 0},
+            {QStringLiteral("debugMode"), state::isDebugMode()},
+            {QStringLiteral("language"), QString::fromStdString(state::language())},
+            {QStringLiteral("profile"), currentProfile()},
+            {QStringLiteral("touch"), state::input() == state::Input::Touch}};
 }
-void DeviceSwitches::setNetworkReachable(bool reachable) {
-    state::setNetworkReachable(reachable);
+
+void DeviceSwitches::set(const QString& name, const QVariant& value) {
+    if (name == u"networkReachable")
+        state::setNetworkReachable(value.toBool());
+    else if (name == u"connectDelayMs")
+        state::setConnectDelayMs(value.toInt());
+    else if (name == u"storageFull")
+        state::setSecureFreeBytes(value.toBool() ? hardlyAnySpace : -1);
+    else if (name == u"debugMode")
+        state::setDebugMode(value.toBool());
+    else if (name == u"language")
+        state::setLanguage(value.toString().toStdString());
+    else if (name == u"profile")
+        applyProfile(value.toString());
     Q_EMIT stateChanged();
 }
 
-bool DeviceSwitches::isConnected() {
-    return state::netState() == 2;
-}
-
-int DeviceSwitches::connectDelayMs() {
-    return state::connectDelayMs();
-}
-void DeviceSwitches::setConnectDelayMs(int milliseconds) {
-    state::setConnectDelayMs(milliseconds);
-    Q_EMIT stateChanged();
-}
-
-bool DeviceSwitches::isStorageFull() {
-    return state::secureFreeBytes() >= 0;
-}
-void DeviceSwitches::setStorageFull(bool full) {
-    state::setSecureFreeBytes(full ? hardlyAnySpace : -1);
-    Q_EMIT stateChanged();
-}
-
-bool DeviceSwitches::isDebugMode() {
-    return state::isDebugMode();
-}
-void DeviceSwitches::setDebugMode(bool on) {
-    state::setDebugMode(on);
-    Q_EMIT stateChanged();
-}
-
-QString DeviceSwitches::language() {
-    return QString::fromStdString(state::language());
-}
-void DeviceSwitches::setLanguage(const QString& code) {
-    state::setLanguage(code.toStdString());
-    Q_EMIT stateChanged();
-}
 QVariantList DeviceSwitches::languages() {
     QVariantList list;
     for (const QString& code : interfaceLanguages())
@@ -89,55 +72,34 @@ QVariantList DeviceSwitches::languages() {
     return list;
 }
 
-QString DeviceSwitches::profile() {
-    return currentProfile();
-}
-void DeviceSwitches::setProfile(const QString& name) {
-    if (const Profile* const profile = findProfile(name))
-        applyProfile(*profile);
-    Q_EMIT stateChanged();
-}
 QVariantList DeviceSwitches::profiles() {
     QVariantList list;
-    for (const QString& name : profileNames())
-        list << choice(name, findProfile(name)->label);
+    for (const Profile& profile : simulator::profiles())
+        list << choice(profile.name, profile.label);
     return list;
-}
-
-QSize DeviceSwitches::screen() {
-    const Profile* const profile = findProfile(currentProfile());
-    return profile ? profile->screen : findProfile(profileNames().constFirst())->screen;
-}
-bool DeviceSwitches::isTouch() {
-    return state::input() == state::Input::Touch;
 }
 
 void DeviceSwitches::setServerUp(bool up) {
     if (up == m_isServerUp)
         return;
-    try {
-        if (up) {
+    tryWithServer([this, up] {
+        if (up)
             m_device.startServer(m_serverOptions);
-            m_isServerUp = true;
-            configureServer();
-        } else {
+        else
             m_device.server().stop();
-            m_isServerUp = false;
-        }
-        setNote({});
-    } catch (const std::exception& error) {
-        setNote(QStringLiteral("%1\nThe log: %2").arg(QString::fromUtf8(error.what()), m_device.logPath()));
-    }
-    Q_EMIT serverChanged();
+        m_isServerUp = up;
+        configureServer();
+    });
 }
 
 void DeviceSwitches::setServerSlow(bool slow) {
-    if (slow == m_isServerSlow)
-        return;
     m_isServerSlow = slow;
+    tryWithServer([this] { configureServer(); });
+}
+
+void DeviceSwitches::tryWithServer(const std::function<void()>& change) {
     try {
-        if (m_isServerUp)
-            configureServer();
+        change();
         setNote({});
     } catch (const std::exception& error) {
         setNote(QStringLiteral("%1\nThe log: %2").arg(QString::fromUtf8(error.what()), m_device.logPath()));
@@ -146,9 +108,9 @@ void DeviceSwitches::setServerSlow(bool slow) {
 }
 
 void DeviceSwitches::configureServer() {
-    if (m_isServerSlow)
+    if (m_isServerUp && m_isServerSlow)
         m_device.server().setSwitches(slowness());
-    else
+    else if (m_isServerUp)
         m_device.server().resetSwitches();
 }
 
@@ -164,10 +126,6 @@ void DeviceSwitches::killInstaller() {
     const bool isKilled = task > 0 && ::kill(task, SIGKILL) == 0;
     setNote(isKilled ? QStringLiteral("The installer was killed.")
                      : QStringLiteral("No installer is running."));
-}
-
-void DeviceSwitches::losePower() {
-    m_cutPower();
 }
 
 } // namespace tessaly::simulator

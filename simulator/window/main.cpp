@@ -1,15 +1,32 @@
 // Shows a simulated device in a window, with the switches of what surrounds it.
 
-#include "device_lock.h"
 #include "keeper.h"
 #include "options.h"
 #include "window.h"
 
 #include <QDir>
+#include <QLockFile>
 #include <cstdio>
-#include <exception>
+#include <stdexcept>
 
 using namespace tessaly::simulator;
+
+namespace {
+
+/// Keeps a second simulator off the device. The processes that share it by fork hold it until the last has
+/// ended, so that the next one waits for what a killed one leaves behind.
+void occupy(QLockFile& lock) {
+    constexpr int patienceMs = 8000;
+    lock.setStaleLockTime(0); // only a dead process's lock is void
+    if (lock.tryLock(patienceMs))
+        return;
+    throw std::runtime_error((lock.error() == QLockFile::LockFailedError
+                                  ? "another simulator uses the device: "
+                                  : "can not use the device's folder: ") +
+                             lock.fileName().toStdString());
+}
+
+} // namespace
 
 int main(int argc, char** argv) {
     QStringList arguments;
@@ -26,7 +43,9 @@ int main(int argc, char** argv) {
     }
     options.root = QDir(options.root).absolutePath();
     try {
-        const DeviceLock lock(options.root);
+        QDir(options.root).mkpath(QStringLiteral("var"));
+        QLockFile lock(options.root + QStringLiteral("/var/simulator.lock"));
+        occupy(lock);
         return keep([&] { return runWindow(options, argv[0]); });
     } catch (const std::exception& error) {
         std::fprintf(stderr, "tessaly-simulator: %s\n", error.what());

@@ -1,13 +1,14 @@
 #include "options.h"
 
-#include "profiles.h"
-
 #include <QCommandLineParser>
 #include <QFileInfo>
+#include <vellum/device_state.h>
 
 namespace tessaly::simulator {
 
 namespace {
+
+namespace state = vellum::state;
 
 constexpr auto helpText = R"(usage: tessaly-simulator --root DIR [OPTION...]
 
@@ -29,13 +30,19 @@ QString list(const QStringList& values) {
     return values.join(QStringLiteral(", "));
 }
 
+QStringList profileNames() {
+    QStringList names;
+    for (const Profile& profile : profiles())
+        names << profile.name;
+    return names;
+}
+
 /// What is wrong with the values, each by itself.
 QString faultOf(const Options& options, const QString& quitAfter) {
-    if (options.root.isEmpty())
-        return QStringLiteral("--root DIR is required");
-    if (QFileInfo(options.root).exists() && !QFileInfo(options.root).isDir())
+    const QFileInfo root(options.root);
+    if (root.exists() && !root.isDir())
         return QStringLiteral("--root: \"%1\" is not a folder").arg(options.root);
-    if (!options.profile.isEmpty() && !findProfile(options.profile))
+    if (!options.profile.isEmpty() && !profileNames().contains(options.profile))
         return QStringLiteral("--profile: \"%1\" is none of %2").arg(options.profile, list(profileNames()));
     if (!options.language.isEmpty() && !interfaceLanguages().contains(options.language))
         return QStringLiteral("--language: \"%1\" is none of %2")
@@ -47,55 +54,79 @@ QString faultOf(const Options& options, const QString& quitAfter) {
     return {};
 }
 
+state::Input inputOf(const Profile& profile) {
+    return profile.touch ? state::Input::Touch : state::Input::Keys;
+}
+
 } // namespace
+
+const std::vector<Profile>& profiles() {
+    static const std::vector<Profile> all = {
+        {QStringLiteral("6-touch"), QStringLiteral("6 inch, touch"), "758x1024", true},
+        {QStringLiteral("6-touch-hd"), QStringLiteral("6 inch, touch, fine screen"), "1072x1448", true},
+        {QStringLiteral("6-keys"), QStringLiteral("6 inch, keys only"), "758x1024", false},
+    };
+    return all;
+}
+
+void applyProfile(const QString& name) {
+    for (const Profile& profile : profiles()) {
+        if (profile.name != name)
+            continue;
+        state::setScreen(profile.screen);
+        state::setInput(inputOf(profile));
+    }
+}
+
+QString currentProfile() {
+    for (const Profile& profile : profiles()) {
+        if (profile.screen == state::screen() && inputOf(profile) == state::input())
+            return profile.name;
+    }
+    return {};
+}
 
 QStringList interfaceLanguages() {
     return {QStringLiteral("en"), QStringLiteral("de"), QStringLiteral("fr"), QStringLiteral("ru")};
 }
 
 Options parseOptions(const QStringList& arguments) {
-    const auto option = [](const char* name) {
-        return QCommandLineOption(QLatin1String(name), {}, QStringLiteral("VALUE"));
-    };
-    const QCommandLineOption root = option("root");
-    const QCommandLineOption profile = option("profile");
-    const QCommandLineOption language = option("language");
-    const QCommandLineOption screenshot = option("screenshot");
-    const QCommandLineOption quitAfter = option("quit-after");
+    QCommandLineParser parser;
     const QCommandLineOption convertAhead(QStringLiteral("convert-ahead"));
     const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")});
-
-    QCommandLineParser parser;
-    parser.addOptions({root, profile, language, screenshot, quitAfter, convertAhead, help});
+    parser.addOptions({convertAhead, help});
+    for (const char* const name : {"root", "profile", "language", "screenshot", "quit-after"})
+        parser.addOption({QLatin1String(name), {}, QStringLiteral("VALUE")});
     Options options;
     const bool isUnderstood = parser.parse(arguments);
     if (parser.isSet(help)) {
         options.help = QString::fromLatin1(helpText).arg(list(profileNames()), list(interfaceLanguages()));
         return options;
     }
-    options.root = parser.value(root);
-    options.profile = parser.value(profile);
-    options.language = parser.value(language);
-    options.screenshot = parser.value(screenshot);
-    options.convertAhead = parser.isSet(convertAhead);
-    bool isNumber = false;
-    const int quitAfterMs = parser.value(quitAfter).toInt(&isNumber);
-    options.quitAfterMs = isNumber ? quitAfterMs : -1;
-
-    const QStringList given = parser.optionNames();
     if (!isUnderstood) {
         options.error = parser.errorText();
-    } else if (!parser.positionalArguments().isEmpty()) {
+        return options;
+    }
+    for (const QString& name : parser.optionNames()) {
+        if (!convertAhead.names().contains(name) && parser.value(name).isEmpty())
+            options.error = QStringLiteral("--%1 needs a value").arg(name);
+    }
+    options.root = parser.value(QStringLiteral("root"));
+    options.profile = parser.value(QStringLiteral("profile"));
+    options.language = parser.value(QStringLiteral("language"));
+    options.screenshot = parser.value(QStringLiteral("screenshot"));
+    options.convertAhead = parser.isSet(convertAhead);
+    const QString quitAfter = parser.value(QStringLiteral("quit-after"));
+    bool isNumber = false;
+    const int quitAfterMs = quitAfter.toInt(&isNumber);
+    options.quitAfterMs = isNumber ? quitAfterMs : -1;
+    if (!parser.positionalArguments().isEmpty())
         options.error =
             QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments().constFirst());
-    } else {
-        for (const QString& name : given) {
-            if (!convertAhead.names().contains(name) && parser.value(name).isEmpty())
-                options.error = QStringLiteral("--%1 needs a value").arg(name);
-        }
-        if (options.error.isEmpty())
-            options.error = faultOf(options, parser.value(quitAfter));
-    }
+    else if (options.root.isEmpty() && options.error.isEmpty())
+        options.error = QStringLiteral("--root DIR is required");
+    if (options.error.isEmpty())
+        options.error = faultOf(options, quitAfter);
     return options;
 }
 

@@ -1,9 +1,9 @@
 #include "reader_text.h"
 
-#include "word.h"
-
+#include <QFile>
 #include <algorithm>
 #include <utilities/cfg_wrapper.h>
+#include <vector>
 
 namespace tessaly::simulator {
 
@@ -13,114 +13,79 @@ constexpr auto placeFile = "/mnt/ext1/system/config/reader.cfg";
 constexpr auto textKey = "text";
 constexpr auto pageKey = "page";
 
-QFont serif(double pixels, bool bold = false) {
-    QFont font;
-    font.setFamilies({QStringLiteral("Noto Serif"), QStringLiteral("DejaVu Serif")});
-    font.setStyleHint(QFont::Serif);
-    font.setPixelSize(std::max(1, int(pixels)));
-    font.setBold(bold);
-    // Letters stand where they were measured, however the picture of the screen is scaled.
-    font.setHintingPreference(QFont::PreferNoHinting);
-    return font;
+struct Piece {
+    QString title;
+    QString author;
+    QStringList paragraphs;
+};
+
+/// The texts on the simulated device, an empty line between two.
+const std::vector<Piece>& library() {
+    static const std::vector<Piece> pieces = [] {
+        QFile file(QStringLiteral(":/Tessaly/Simulator/texts.txt"));
+        if (!file.open(QIODevice::ReadOnly))
+            qFatal("the program lacks its texts");
+        std::vector<Piece> all;
+        for (const QString& text : QString::fromUtf8(file.readAll()).split(QStringLiteral("\n\n"))) {
+            const QStringList lines = text.split(u'\n', Qt::SkipEmptyParts);
+            all.push_back({lines.at(0), lines.at(1), lines.mid(2)});
+        }
+        return all;
+    }();
+    return pieces;
+}
+
+QString paragraph(const QString& text, double letterSize, const QString& style) {
+    return QStringLiteral("<p style='margin:0; font-size:%1px; %2'>%3</p>")
+        .arg(int(letterSize))
+        .arg(style, text.toHtmlEscaped());
 }
 
 } // namespace
 
 ReaderText::ReaderText(QObject* parent)
-    : QObject(parent)
-    , m_pages(1) {
+    : QObject(parent) {
     const utilities::CfgWrapper place(placeFile, 0);
-    m_text = std::clamp(place.readIfExists<int>(textKey).value_or(0), 0, int(libraryTexts().size()) - 1);
+    m_text = std::clamp(place.readIfExists<int>(textKey).value_or(0), 0, int(library().size()) - 1);
     m_page = std::max(0, place.readIfExists<int>(pageKey).value_or(0));
 }
 
 QVariantList ReaderText::texts() {
     QVariantList list;
-    for (const LibraryText& text : libraryTexts())
-        list << QVariantMap{{QStringLiteral("title"), text.title}, {QStringLiteral("author"), text.author}};
+    for (const Piece& piece : library())
+        list << QVariantMap{{QStringLiteral("title"), piece.title}, {QStringLiteral("author"), piece.author}};
     return list;
 }
 
 QString ReaderText::title() const {
-    return libraryTexts()[std::size_t(m_text)].title;
+    return library()[std::size_t(m_text)].title;
 }
 
-void ReaderText::setArea(QSizeF area) {
-    if (area == m_style.area)
-        return;
-    m_style.area = area;
-    Q_EMIT styleChanged();
-    layOutAgain();
-}
-
-void ReaderText::setLetterSize(int pixels) {
-    if (pixels == m_letterSize)
-        return;
-    m_letterSize = pixels;
-    m_style.body = serif(pixels);
-    m_style.title = serif(pixels * 1.4, true);
-    m_style.author = serif(pixels * 0.85);
-    Q_EMIT styleChanged();
-    layOutAgain();
-}
-
-/// The page's number stays as far as there is one: the place that was kept is older than the first layout.
-void ReaderText::layOutAgain() {
-    if (m_letterSize <= 0 || m_style.area.isEmpty())
-        return;
-    m_pages = layOut(libraryTexts()[std::size_t(m_text)], m_style);
-    m_page = std::min(m_page, pageCount() - 1);
-    Q_EMIT pageChanged();
-}
-
-const QFont& ReaderText::fontOf(PlacedWord::Kind kind) const {
-    switch (kind) {
-    case PlacedWord::Kind::Title:
-        return m_style.title;
-    case PlacedWord::Kind::Author:
-        return m_style.author;
-    case PlacedWord::Kind::Body:
-        break;
+QString ReaderText::richText(int letterSize) const {
+    const Piece& piece = library()[std::size_t(m_text)];
+    QString html = paragraph(piece.title, letterSize * 1.4, QStringLiteral("font-weight:bold"));
+    html += paragraph(piece.author, letterSize * 0.85, QStringLiteral("margin-bottom:%1px").arg(letterSize));
+    for (const QString& text : piece.paragraphs) {
+        const int indent = text == piece.paragraphs.constFirst() ? 0 : letterSize * 6 / 5;
+        html += paragraph(text, letterSize, QStringLiteral("text-indent:%1px").arg(indent));
     }
-    return m_style.body;
-}
-
-QVariantList ReaderText::words() const {
-    QVariantList list;
-    if (m_page >= pageCount())
-        return list;
-    for (const PlacedWord& word : currentPage()) {
-        list << QVariantMap{{QStringLiteral("text"), word.text},
-                            {QStringLiteral("x"), word.place.x()},
-                            {QStringLiteral("y"), word.place.y()},
-                            {QStringLiteral("width"), word.place.width()},
-                            {QStringLiteral("height"), word.place.height()},
-                            {QStringLiteral("font"), fontOf(word.kind)},
-                            {QStringLiteral("canLookUp"), !bareWord(word.text).isEmpty()}};
-    }
-    return list;
+    return html;
 }
 
 void ReaderText::open(int text) {
-    m_text = std::clamp(text, 0, int(libraryTexts().size()) - 1);
+    m_text = std::clamp(text, 0, int(library().size()) - 1);
     m_page = 0;
     keepPlace();
     Q_EMIT textChanged();
-    layOutAgain();
+    Q_EMIT pageChanged();
 }
 
-bool ReaderText::turn(int direction) {
-    const int page = m_page + direction;
-    if (page < 0 || page >= pageCount())
-        return false;
+void ReaderText::setPage(int page) {
+    if (page == m_page)
+        return;
     m_page = page;
     keepPlace();
     Q_EMIT pageChanged();
-    return true;
-}
-
-int ReaderText::wordInNextLine(int word, int direction) const {
-    return m_page < pageCount() ? simulator::wordInNextLine(currentPage(), word, direction) : -1;
 }
 
 void ReaderText::keepPlace() const {

@@ -1,16 +1,18 @@
 #include "window.h"
 
 #include "device_switches.h"
-#include "end_signal.h"
-#include "profiles.h"
-#include "screenshot.h"
 #include "simulator/fixture/test_device.h"
 
 #include <QGuiApplication>
+#include <QQuickItem>
+#include <QQuickItemGrabResult>
+#include <QSocketNotifier>
 #include <QThreadPool>
 #include <QTimer>
 #include <csignal>
 #include <cstdio>
+#include <stdexcept>
+#include <sys/eventfd.h>
 #include <unistd.h>
 #include <vellum/clock.h>
 #include <vellum/device_state.h>
@@ -28,10 +30,43 @@ void cutPower() {
 }
 
 void configure(const Options& options) {
-    if (const Profile* const profile = findProfile(options.profile))
-        applyProfile(*profile);
+    applyProfile(options.profile);
     if (!options.language.isEmpty())
         vellum::state::setLanguage(options.language.toStdString());
+}
+
+int endRequest = -1; ///< readable once the process is to end
+
+extern "C" void requestEnd(int) {
+    ::eventfd_write(endRequest, 1);
+}
+
+/// Has them end the event loop instead of the process. They aren't blocked: programs that the process starts
+/// would inherit that.
+void quitOnEndSignals(QGuiApplication& application) {
+    endRequest = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    auto* const notifier = new QSocketNotifier(endRequest, QSocketNotifier::Read, &application);
+    QObject::connect(notifier, &QSocketNotifier::activated, notifier, [notifier] {
+        notifier->setEnabled(false);
+        QCoreApplication::quit();
+    });
+    struct sigaction action = {};
+    action.sa_handler = requestEnd;
+    action.sa_flags = SA_RESTART;
+    for (const int number : {SIGTERM, SIGINT, SIGHUP})
+        ::sigaction(number, &action, nullptr);
+}
+
+/// Saves a picture of the device's screen at its own size, and ends the application: with status 1 if that
+/// fails.
+void saveScreenshot(const QQuickWindow& window, const QString& file) {
+    auto* const screen = window.findChild<QQuickItem*>(QStringLiteral("deviceScreen"));
+    const QSharedPointer<QQuickItemGrabResult> result = screen->grabToImage(screen->size().toSize());
+    const auto leave = [result, file] { QCoreApplication::exit(result && result->saveToFile(file) ? 0 : 1); };
+    if (result)
+        QObject::connect(result.data(), &QQuickItemGrabResult::ready, &window, leave);
+    else
+        leave();
 }
 
 /// Cancels what runs. True if nothing is left running.
@@ -54,8 +89,9 @@ int show(const Options& options, QGuiApplication& application) {
     QQuickWindow* const window = loadWindow(engine, switches);
     if (!window)
         throw std::runtime_error("the window can not be shown; see " + device.logPath().toStdString());
+    constexpr int settlingMs = 300; // for what the first picture sets off
     if (!options.screenshot.isEmpty())
-        saveScreenshot(*window, options.screenshot);
+        QTimer::singleShot(settlingMs, window, [&] { saveScreenshot(*window, options.screenshot); });
     if (options.quitAfterMs >= 0)
         QTimer::singleShot(options.quitAfterMs, &application, &QCoreApplication::quit);
     const int status = QGuiApplication::exec();
@@ -86,7 +122,7 @@ int runWindow(const Options& options, char* programName) {
     char* arguments[] = {programName, nullptr};
     QGuiApplication application(argumentCount, arguments);
     QGuiApplication::setApplicationName(QStringLiteral("tessaly-simulator"));
-    quitOnEndSignals();
+    quitOnEndSignals(application);
     try {
         return show(options, application);
     } catch (const std::exception& error) {

@@ -7,15 +7,11 @@
 #include <mutex>
 #include <vector>
 
-/// Hears everything that is logged while it lives, on both log channels and by Qt, on any thread. A warning
-/// or an error that was not announced is a fault of the test: check unexpected() at its end. One at a time.
+/// Hears everything that is logged while it lives, on both log channels and by Qt, whose messages become log
+/// records; on any thread. A warning or an error that was not announced is a fault: check unexpected() at the
+/// end. One at a time.
 class LogWatch {
 public:
-    struct Line {
-        bool isAlarming = false; ///< a warning or worse
-        tessaly::log::Record record;
-    };
-
     LogWatch();
     ~LogWatch();
     LogWatch(const LogWatch&) = delete;
@@ -26,7 +22,6 @@ public:
 
     /// The texts of all lines that contain `part`, in their order.
     [[nodiscard]] QStringList lines(const QString& part = {}) const;
-    [[nodiscard]] std::vector<Line> records(const QString& part = {}) const;
 
     /// Warnings and errors that were not announced; empty is what a test wants.
     [[nodiscard]] QStringList unexpected() const;
@@ -36,11 +31,8 @@ public:
     void clear();
 
 private:
-    void take(const Line& line);
-    static void handleQtMessage(QtMsgType type, const QMessageLogContext& context, const QString& message);
-
     mutable std::mutex m_mutex;
-    std::vector<Line> m_lines;
+    std::vector<tessaly::log::Record> m_records;
     QStringList m_allowed;
     int m_listener = 0;
     QtMessageHandler m_before = nullptr;

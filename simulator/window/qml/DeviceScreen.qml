@@ -1,5 +1,6 @@
 import QtQuick
 import com.tessaly.controls
+import com.tessaly.dictionaries 1.0
 
 // What the device shows: the reader, and over it the dictionaries interface. Exactly as large as the device's screen.
 FocusScope {
@@ -10,8 +11,8 @@ FocusScope {
     function openDictionaries() {
         dictionaries.active = true
         dictionaries.visible = true
-        const layer = dictionaries.item as DictionariesLayer
-        layer.open()
+        dictionaries.item.forceActiveFocus()
+        dictionaries.item.showDicts()
     }
 
     function closeDictionaries() {
@@ -21,9 +22,8 @@ FocusScope {
 
     // Ends what the dictionaries interface still does in the background.
     function endWork() {
-        const layer = dictionaries.item as DictionariesLayer
-        if (layer)
-            layer.endWork()
+        if (dictionaries.item)
+            DictPMController.cancelDownloading()
     }
 
     function showAbove(item: Item) {
@@ -49,9 +49,27 @@ FocusScope {
         anchors.fill: parent
         active: false
         visible: false
-        sourceComponent: DictionariesLayer {
-            onEnded: screen.closeDictionaries() // qmllint disable unqualified
+        // qmllint disable unqualified
+        sourceComponent: FocusScope {
+            function showDicts() {
+                controller.showDicts()
+            }
+
+            // A way back, whatever the interface shows.
+            Keys.onBackPressed: screen.closeDictionaries()
+
+            // What is behind isn't there for fingers.
+            MouseArea {
+                anchors.fill: parent
+            }
+            Controller {
+                id: controller
+                focus: true
+                onClose: screen.closeDictionaries()
+                onInstalled: screen.closeDictionaries()
+            }
         }
+        // qmllint enable unqualified
     }
     Item {
         id: above

@@ -43,7 +43,7 @@ Window {
         anchors.right: panel.left
         height: parent.height
         focus: true
-        touch: window.device.touch
+        touch: window.device.state.touch
     }
     SwitchPanel {
         id: panel

@@ -2,68 +2,133 @@ import QtQuick
 import com.tessaly.controls
 import Tessaly.Simulator
 
-// The words of a page. A finger chooses one, or turns the page at the margins and by a stroke; keys step from word to
+// A page of the text. A finger chooses a word, or turns the page at the margins and by a stroke; keys step from word to
 // word.
 FocusScope {
     id: view
 
     property ReaderText text
-    readonly property var words: text.words
+    property int letterSize: 12
+    readonly property string content: text.text >= 0 ? text.richText(letterSize) : ""
+    // Where each page begins in the text, in pixels.
+    property var pageTops: [0]
+    readonly property int page: Math.min(text.page, pageTops.length - 1)
+    readonly property real pageTop: pageTops[page]
+    readonly property real pageBottom: page + 1 < pageTops.length ? pageTops[page + 1] : body.contentHeight
+    // The whole text's words, as pairs of positions in it.
+    property var words: []
     // The word that is marked, or -1.
     property int selected: -1
     readonly property bool touch: DeviceInfoProvider.touch
 
-    // Words are shown between these heights; one that would be cut through isn't.
+    // Lines are shown between these heights; one that would be cut through isn't.
     property real shownTop: 0
     property real shownBottom: height
 
     signal wordChosen(int word)
     signal leftUpwards()
 
-    function turn(direction: int): bool {
-        if (!text.turn(direction))
+    function wordText(word: int): string {
+        return body.getText(words[word][0], words[word][1])
+    }
+
+    // On the page.
+    function wordRect(word: int): rect {
+        const first = body.positionToRectangle(words[word][0])
+        return Qt.rect(first.x, first.y - pageTop, body.positionToRectangle(words[word][1]).x - first.x, first.height)
+    }
+
+    function isOnPage(word: int): bool {
+        if (word < 0 || word >= words.length)
             return false
-        selected = touch ? -1 : nextWord(-1, 1)
+        const y = wordRect(word).y
+        return y >= 0 && y < pageBottom - pageTop
+    }
+
+    function findWords() {
+        const found = []
+        const text = body.getText(0, body.length)
+        const piece = /\S+/g
+        for (let match; (match = piece.exec(text)) !== null;) {
+            const word = match[0]
+            if (word.toLowerCase() !== word.toUpperCase() || /\d/.test(word)) // more than punctuation
+                found.push([match.index, match.index + word.length])
+        }
+        words = found
+        selected = -1
+        findPages()
+    }
+
+    // Each page ends with the last line that is whole.
+    function findPages() {
+        const tops = [0]
+        for (let end = height; height > 0 && end < body.contentHeight; end = tops[tops.length - 1] + height) {
+            const line = body.positionToRectangle(body.positionAt(0, end)).y
+            tops.push(line > tops[tops.length - 1] ? line : end)
+        }
+        pageTops = tops
+        if (!isOnPage(selected))
+            mark(touch ? -1 : firstWord())
+    }
+
+    function firstWord(): int {
+        return words.findIndex((word, index) => isOnPage(index))
+    }
+
+    function mark(word: int) {
+        selected = word
+        if (word < 0)
+            body.deselect()
+        else
+            body.select(words[word][0], words[word][1])
+    }
+
+    function turn(direction: int): bool {
+        if (page + direction < 0 || page + direction >= pageTops.length)
+            return false
+        text.page = page + direction
+        mark(touch ? -1 : firstWord())
         return true
     }
 
-    // The next in this direction that is more than punctuation, or -1.
-    function nextWord(word: int, direction: int): int {
-        for (let next = word + direction; next >= 0 && next < words.length; next += direction) {
-            if (words[next].canLookUp)
-                return next
-        }
-        return -1
-    }
-
     function step(direction: int) {
-        const next = nextWord(selected, direction)
-        if (next >= 0)
-            selected = next
-        else if (turn(direction) && direction < 0)
-            selected = nextWord(words.length, -1)
+        const next = selected + direction
+        if (isOnPage(next) || (next >= 0 && next < words.length && turn(direction)))
+            mark(next)
     }
 
     function stepLine(direction: int) {
-        const next = text.wordInNextLine(selected, direction)
-        if (next < 0) {
-            if (direction < 0)
-                leftUpwards()
-            else
-                turn(1)
-            return
+        const from = wordRect(selected)
+        const x = from.x + from.width / 2
+        for (let y = from.y + from.height / 2; y >= 0 && y < pageBottom - pageTop; y += direction * letterSize / 2) {
+            const next = nearestWord(x, y)
+            if (next >= 0 && wordRect(next).y !== from.y) {
+                mark(next)
+                return
+            }
         }
-        selected = words[next].canLookUp ? next : Math.max(nextWord(next, 1), nextWord(next, -1))
+        if (direction < 0)
+            leftUpwards()
+        else
+            turn(1)
+    }
+
+    // In the line at this height.
+    function nearestWord(x: real, y: real): int {
+        const position = body.positionAt(x, y + pageTop)
+        const line = body.positionToRectangle(position).y
+        const next = words.findIndex(word => word[1] >= position)
+        return [next, next - 1].find(word => word >= 0 && wordRect(word).y + pageTop === line) ?? -1
     }
 
     function wordAt(x: real, y: real): int {
+        const word = nearestWord(x, y)
+        if (word < 0)
+            return -1
+        const place = wordRect(word)
         const slack = Global.mm(1)
-        return words.findIndex(word => word.canLookUp && x >= word.x - slack && x <= word.x + word.width + slack
-                                       && y >= word.y && y <= word.y + word.height)
-    }
-
-    function markForKeys() {
-        selected = touch ? -1 : nextWord(-1, 1)
+        return x >= place.x - slack && x <= place.x + place.width + slack && y >= place.y && y <= place.y + place.height
+            ? word : -1
     }
 
     Keys.onLeftPressed: step(-1)
@@ -78,31 +143,44 @@ FocusScope {
             event.accepted = true
         }
     }
-    onTouchChanged: markForKeys()
-    onWordsChanged: if (selected < 0 || selected >= words.length) markForKeys()
+    Component.onCompleted: findWords()
+    onContentChanged: Qt.callLater(findWords)
+    onTouchChanged: mark(touch ? -1 : firstWord())
+    onHeightChanged: findPages()
 
-    Connections {
-        target: view.text
-        function onTextChanged() {
-            view.selected = -1
+    Item {
+        readonly property real first: lineAt(view.shownTop)
+        readonly property real last: Math.min(lineAt(view.shownBottom), view.pageBottom - view.pageTop)
+
+        // The top of the line at this height, or that height if it is at the page's end.
+        function lineAt(y: real): real {
+            return y <= 0 || y >= view.pageBottom - view.pageTop
+                ? y : body.positionToRectangle(body.positionAt(0, y + view.pageTop)).y - view.pageTop
         }
-    }
-    Repeater {
-        model: view.words
-        // qmllint disable unqualified
-        delegate: WordText {
-            required property int index
-            required property var modelData
-            x: modelData.x
-            y: modelData.y
-            width: modelData.width
-            height: modelData.height
-            text: modelData.text
-            font: modelData.font
-            marked: index === view.selected
-            visible: y >= view.shownTop && y + height <= view.shownBottom
+
+        y: view.shownTop > 0 ? first + view.letterSize * 1.4 : 0
+        width: parent.width
+        height: last - y
+        clip: true
+
+        TextEdit {
+            id: body
+            y: -view.pageTop - parent.y
+            width: parent.width
+            readOnly: true
+            activeFocusOnPress: false
+            persistentSelection: true
+            selectionColor: GlobalValues.defaultHoveredColor
+            selectedTextColor: GlobalValues.defaultBackgroundColor
+            color: GlobalValues.defaultTextColor
+            textFormat: TextEdit.RichText
+            text: view.content
+            wrapMode: TextEdit.Wrap
+            font.family: "Noto Serif"
+            // Letters stand where they were measured, however the picture of the screen is scaled.
+            font.hintingPreference: Font.PreferNoHinting
+            onContentSizeChanged: Qt.callLater(view.findPages)
         }
-        // qmllint enable unqualified
     }
     MouseArea {
         property real pressedX: 0

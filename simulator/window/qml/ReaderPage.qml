@@ -9,16 +9,16 @@ FocusScope {
     signal dictionariesWanted()
 
     function lookUp(word: int) {
-        page.selected = word
-        wordLookup.lookUp(page.words[word].text)
-        entry.atTop = page.words[word].y + page.y > reader.height / 2
+        page.mark(word)
+        wordLookup.lookUp(page.wordText(word))
+        entry.atTop = page.wordRect(word).y + page.y > reader.height / 2
         entry.show()
     }
 
     function closeEntry() {
         entry.visible = false
         if (DeviceInfoProvider.touch)
-            page.selected = -1
+            page.mark(-1)
         page.forceActiveFocus()
     }
 
@@ -29,9 +29,6 @@ FocusScope {
 
     ReaderText {
         id: book
-        width: page.width
-        height: page.height
-        letterSize: Math.round(12 * DeviceInfoProvider.dpi / 72)
     }
     WordLookup {
         id: wordLookup
@@ -58,6 +55,7 @@ FocusScope {
         anchors.leftMargin: Global.mm(8)
         anchors.rightMargin: Global.mm(8)
         text: book
+        letterSize: Math.round(12 * DeviceInfoProvider.dpi / 72)
         shownTop: entry.visible && entry.atTop ? entry.height - y : 0
         shownBottom: entry.visible && !entry.atTop ? entry.y - y : height
         onWordChosen: word => reader.lookUp(word)
@@ -68,8 +66,8 @@ FocusScope {
         anchors.bottom: parent.bottom
         width: parent.width
         dictionary: wordLookup.dictionary
-        page: book.page
-        pageCount: book.pageCount
+        page: page.page
+        pageCount: page.pageTops.length
         onTurned: direction => page.turn(direction)
     }
     EntryPanel {

@@ -7,6 +7,47 @@ Rectangle {
 
     property DeviceSwitches device
 
+    component Label: Text {
+        width: parent ? parent.width : 0
+        color: "#303030"
+        font.pixelSize: 14
+        wrapMode: Text.Wrap
+        textFormat: Text.PlainText
+    }
+    component Heading: Label {
+        topPadding: 14
+        font.pixelSize: 15
+        font.bold: true
+        color: "black"
+    }
+    // One of several, side by side or one beneath the other: objects with a `name`, which is the value, and a `label`.
+    component Choice: Grid {
+        id: choice
+
+        property var model: []
+        property var current
+        property bool vertical: false
+
+        signal chosen(var name)
+
+        width: parent ? parent.width : 0
+        columns: vertical ? 1 : model.length
+        spacing: 4
+
+        Repeater {
+            model: choice.model
+            // qmllint disable unqualified
+            delegate: PanelButton {
+                required property var modelData
+                width: (choice.width + choice.spacing) / choice.columns - choice.spacing
+                text: modelData.label
+                marked: modelData.name === choice.current
+                onClicked: choice.chosen(modelData.name)
+            }
+            // qmllint enable unqualified
+        }
+    }
+
     color: "#fafafa"
 
     Rectangle {
@@ -27,69 +68,74 @@ Rectangle {
             width: parent.width - 20
             spacing: 8
 
-            PanelHeading {
+            Heading {
                 text: "Network"
             }
-            PanelSwitch {
+            PanelButton {
+                checkable: true
                 text: "Network in reach"
-                checked: panel.device.networkReachable
-                onToggled: panel.device.networkReachable = !checked
+                marked: panel.device.state.networkReachable
+                onClicked: panel.device.set("networkReachable", !marked)
             }
-            PanelText {
-                text: panel.device.connected ? "The device is connected." : "The device is not connected."
+            Label {
+                text: panel.device.state.connected ? "The device is connected." : "The device is not connected."
             }
-            PanelText {
+            Label {
                 text: "Connecting takes"
             }
-            PanelChoice {
+            Choice {
                 model: [{ name: 300, label: "0.3 s" }, { name: 3000, label: "3 s" }, { name: 20000, label: "20 s" }]
-                current: panel.device.connectDelayMs
-                onChosen: name => panel.device.connectDelayMs = name
+                current: panel.device.state.connectDelayMs
+                onChosen: name => panel.device.set("connectDelayMs", name)
             }
 
-            PanelHeading {
+            Heading {
                 text: "Dictionary server"
             }
-            PanelSwitch {
+            PanelButton {
+                checkable: true
                 text: "Runs"
-                checked: panel.device.serverUp
-                onToggled: panel.device.serverUp = !checked
+                marked: panel.device.serverUp
+                onClicked: panel.device.serverUp = !marked
             }
-            PanelSwitch {
+            PanelButton {
+                checkable: true
                 text: "Slow"
-                checked: panel.device.serverSlow
-                onToggled: panel.device.serverSlow = !checked
+                marked: panel.device.serverSlow
+                onClicked: panel.device.serverSlow = !marked
             }
 
-            PanelHeading {
+            Heading {
                 text: "Device"
             }
-            PanelChoice {
+            Choice {
                 vertical: true
                 model: panel.device.profiles
-                current: panel.device.profile
-                onChosen: name => panel.device.profile = name
+                current: panel.device.state.profile
+                onChosen: name => panel.device.set("profile", name)
             }
-            PanelText {
+            Label {
                 text: "Language of the interface"
             }
-            PanelChoice {
+            Choice {
                 model: panel.device.languages
-                current: panel.device.language
-                onChosen: name => panel.device.language = name
+                current: panel.device.state.language
+                onChosen: name => panel.device.set("language", name)
             }
-            PanelSwitch {
+            PanelButton {
+                checkable: true
                 text: "Storage full (16 KB free)"
-                checked: panel.device.storageFull
-                onToggled: panel.device.storageFull = !checked
+                marked: panel.device.state.storageFull
+                onClicked: panel.device.set("storageFull", !marked)
             }
-            PanelSwitch {
+            PanelButton {
+                checkable: true
                 text: "Debug mode"
-                checked: panel.device.debugMode
-                onToggled: panel.device.debugMode = !checked
+                marked: panel.device.state.debugMode
+                onClicked: panel.device.set("debugMode", !marked)
             }
 
-            PanelHeading {
+            Heading {
                 text: "Accidents"
             }
             PanelButton {
@@ -100,7 +146,7 @@ Rectangle {
                 text: "Lose power"
                 onClicked: panel.device.losePower()
             }
-            PanelText {
+            Label {
                 text: panel.device.note
             }
         }

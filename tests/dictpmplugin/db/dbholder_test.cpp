@@ -37,9 +37,8 @@ class DbHolderTest : public QObject {
     }
     QStringList leveledLines() const {
         QStringList result;
-        for (const LogWatch::Line& line : m_watch->records())
-            result << QString::number(int(line.record.level)) + u' ' +
-                          QString::fromStdString(line.record.text);
+        for (const tessaly::log::Record& record : m_watch->records())
+            result << QString::number(int(record.level)) + u' ' + QString::fromStdString(record.text);
         return result;
     }
     QString titles() const {
@@ -136,7 +135,7 @@ private Q_SLOTS:
         QFETCH(const int, overwritten);
         open();
         QVERIFY(works(300));
-        for (const QString& part : statement.split(u';', Qt::SkipEmptyParts))
+        for (const QString& part : statement.split(u';'))
             tests::rows(database(), part);
         close();
         QFile file(m_path);

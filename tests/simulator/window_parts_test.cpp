@@ -1,29 +1,13 @@
 #include "simulator/window/options.h"
-#include "simulator/window/page_layout.h"
-#include "simulator/window/word.h"
+#include "simulator/window/word_lookup.h"
 
 #include <QProcess>
-#include <QSet>
 #include <QTest>
 
 using namespace tessaly::simulator;
 
 class WindowPartsTest : public QObject {
     Q_OBJECT
-
-    static PageStyle style(QSizeF area) {
-        QFont font;
-        font.setPixelSize(20);
-        return {area, font, font, font};
-    }
-    static QString wordsOf(const std::vector<Page>& pages) {
-        QStringList words;
-        for (const Page& page : pages) {
-            for (const PlacedWord& word : page)
-                words << word.text;
-        }
-        return words.join(u' ');
-    }
 
 private Q_SLOTS:
     void commandLines_data() {
@@ -79,39 +63,7 @@ private Q_SLOTS:
         QTEST(tessaly::simulator::lookupForms(QString::fromUtf8(QTest::currentDataTag())).join(u'|'),
               "forms");
     }
-
-    void everyTextIsSetWhole() {
-        for (const LibraryText& text : libraryTexts()) {
-            const auto pages = layOut(text, style({300, 200}));
-            QCOMPARE(wordsOf(pages), text.title + u' ' + text.author + u' ' + text.paragraphs.join(u' '));
-            QVERIFY(pages.size() > 1);
-            for (const Page& page : pages) {
-                for (const PlacedWord& word : page)
-                    QVERIFY2(QRectF(0, 0, 300, 200).contains(word.place), qUtf8Printable(word.text));
-            }
-        }
-        const LibraryText tooLong{u"T"_qs, u"A"_qs, {u"a "_qs + QString(100, u'm') + u" b"_qs}};
-        const auto pages = layOut(tooLong, style({300, 10})); // no line fits either: one on each page
-        QCOMPARE(pages.size(), 5U);
-        QCOMPARE(wordsOf(pages).size(), 108);
-    }
-
-    void stepsFromLineToLine() {
-        const Page page = {{u"a"_qs, {0, 0, 10, 10}},
-                           {u"b"_qs, {20, 0, 10, 10}},
-                           {u"c"_qs, {0, 10, 5, 10}},
-                           {u"d"_qs, {15, 10, 40, 10}},
-                           {u"e"_qs, {0, 20, 10, 10}}};
-        QList<int> down;
-        QList<int> up;
-        for (int word = -1; word <= 5; ++word) {
-            down << wordInNextLine(page, word, 1);
-            up << wordInNextLine(page, word, -1);
-        }
-        QCOMPARE(down.mid(1), QList<int>({2, 3, 4, 4, -1, -1}));
-        QCOMPARE(up, QList<int>({-1, -1, -1, 0, 1, 2, -1}));
-    }
 };
 
-QTEST_MAIN(WindowPartsTest)
+QTEST_GUILESS_MAIN(WindowPartsTest)
 #include "window_parts_test.moc"

@@ -1,8 +1,0 @@
-import QtQuick
-
-PanelText {
-    topPadding: 14
-    font.pixelSize: 15
-    font.bold: true
-    color: "black"
-}
