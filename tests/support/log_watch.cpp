@@ -37,6 +37,11 @@ void LogWatch::allow(const QString& text) {
     m_allowed.append(text);
 }
 
+std::vector<Record> LogWatch::records() const {
+    const std::lock_guard lock(m_mutex);
+    return m_records;
+}
+
 QStringList LogWatch::lines(const QString& part) const {
     const std::lock_guard lock(m_mutex);
     QStringList result;

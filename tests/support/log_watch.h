@@ -23,6 +23,9 @@ public:
     /// The texts of all lines that contain `part`, in their order.
     [[nodiscard]] QStringList lines(const QString& part = {}) const;
 
+    /// All that was heard.
+    [[nodiscard]] std::vector<tessaly::log::Record> records() const;
+
     /// Warnings and errors that were not announced; empty is what a test wants.
     [[nodiscard]] QStringList unexpected() const;
     /// The same, and forgets all lines.
