@@ -243,7 +243,7 @@ private Q_SLOTS:
             m_list->model.toDownloadMode();
             QTest::qSleep(50); // time for a job, if there were one
             QVERIFY(!m_list->model.isConnectingToNet());
-            QCOMPARE(vellum::activeSleepPreventors(), 1);
+            QCOMPARE(vellum::testing::activeSleepPreventors(), 1);
         };
         connect(&m_list->model, &QAbstractItemModel::modelAboutToBeReset, this, ask,
                 Qt::SingleShotConnection);

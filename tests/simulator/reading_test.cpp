@@ -1,4 +1,3 @@
-#include "catalogue/dictionary_record.h"
 #include "packages/dictionary_converter.h"
 #include "simulator/fixture/test_device.h"
 #include "simulator/window/device_switches.h"
@@ -7,7 +6,8 @@
 #include "simulator/window/word_lookup.h"
 #include "tests/support/seen_items.h"
 
-#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QTest>
 #include <vellum/device_state.h>
@@ -77,8 +77,15 @@ private Q_SLOTS:
         record.name = u"English-French FreeDict Dictionary"_qs;
         record.languageFrom = u"en"_qs;
         record.indexPath = u"/usr/share/dictd/freedict-eng-fra.index"_qs;
-        QVERIFY(QFile::copy(server::convertDictionary(record, m_device.root(), {}),
-                            dictionaryPath(u"English-French"_qs)));
+        const QString packed = m_device.path("/packed");
+        const QString package = m_device.path("/package.zip");
+        const QFileInfo file(dictionaryPath(u"English-French"_qs));
+        server::convertDictionary(record, packed, {});
+        server::ConvertedDictionary converted(packed);
+        server::ZipWriter writer(package);
+        writer.addCompressed(file.fileName(), converted.content(), converted.data());
+        writer.commit();
+        QCOMPARE(QProcess::execute(u"bsdtar"_qs, {u"-xf"_qs, package, u"-C"_qs, file.path()}), 0);
         QFile broken(dictionaryPath(u"Broken"_qs));
         QVERIFY(broken.open(QIODevice::WriteOnly) && broken.write(QByteArray(5000, 'x')) == 5000);
         m_switches = std::make_unique<DeviceSwitches>(m_device, [this] { ++m_powerCuts; });
