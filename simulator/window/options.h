@@ -30,7 +30,8 @@ struct Options {
     QString language;   ///< one of interfaceLanguages()
     QString screenshot; ///< file for a picture of the screen, after which the program ends
     int quitAfterMs = -1;
-    bool convertAhead = false; ///< the server has every dictionary ready soon, at the cost of a busy processor
+    bool convertAhead =
+        false; ///< the server has every dictionary ready soon, at the cost of a busy processor
 
     QString help;  ///< not empty: print it and leave
     QString error; ///< not empty: the command line is wrong

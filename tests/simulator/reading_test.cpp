@@ -159,7 +159,7 @@ private Q_SLOTS:
         open(u"6-keys"_qs);
         tapWord(u"truth"_qs); // does nothing
         tap(shown(u"Dictionaries"_qs));
-        press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Right,
+        press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right,
                Qt::Key_Return}); // the title, the author, "It is a truth"
         QTRY_VERIFY(shown(u"This dictionary has no entry for “truth”."_qs));
         press({Qt::Key_Escape});

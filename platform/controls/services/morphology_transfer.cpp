@@ -66,7 +66,7 @@ bool MorphologyTransfer::bring() {
         placeLanguage(m_staging.path(), m_language);
         return true;
     } catch (const std::exception& error) {
-        if (isRunning() && !vellum::clock::isAwake())
+        if (isRunning() && !vellum::clock::isQuitting())
             LogLine(log::cb::error) << "No morphology data from " << m_url << ": " << error.what();
         return false;
     }
