@@ -5,7 +5,7 @@
 #include <base/staging.h>
 #include <cerrno>
 #include <common_utilities/log_line.h>
-#include <dictionaries/hunspell_searcher.h>
+#include <dictionaries/morph_explorer.h>
 #include <fcntl.h>
 #include <filesystem>
 #include <set>

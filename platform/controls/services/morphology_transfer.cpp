@@ -7,7 +7,7 @@
 #include <chrono>
 #include <common_utilities/defer_sleep.h>
 #include <common_utilities/log_line.h>
-#include <dictionaries/hunspell_searcher.h>
+#include <dictionaries/morph_explorer.h>
 #include <filesystem>
 #include <stdexcept>
 #include <vellum/clock.h>

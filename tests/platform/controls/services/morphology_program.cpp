@@ -18,14 +18,15 @@ int main(int argc, char** argv) {
         service.setSummary(&summary);
         QObject::connect(&service, &TsiInstallationService::finished, &application,
                          [](bool success) { QCoreApplication::exit(success ? 0 : 1); });
-        if (arguments.value(1) == QLatin1String("tidy"))
-            return 0;
-        service.install(arguments.value(2));
-        if (arguments.value(1) == QLatin1String("quit")) {
-            QObject::connect(&service, &TsiInstallationService::progressChanged, &application, [] {
-                vellum::clock::beginQuit();
-                QCoreApplication::exit(2);
-            });
+        QObject::connect(&service, &TsiInstallationService::progressChanged, &application, [&] {
+            if (mode != QLatin1String("quit") || service.progress() == 0)
+                return;
+            vellum::clock::beginQuit();
+            QCoreApplication::exit(2);
+        });
+        if (mode != QLatin1String("tidy")) {
+            service.install(QCoreApplication::arguments().value(2));
+            status = QCoreApplication::exec();
         }
     }
     return summary.runningCount() == 0 ? status : 3;

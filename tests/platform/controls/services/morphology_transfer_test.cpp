@@ -2,8 +2,9 @@
 
 #include <dictionaries/morph_explorer.h>
 #include <platform/vellum/testing.h>
+#include <services/tsi_installation_service.h>
+#include <tests/support/log_watch.h>
 #include <vellum/device_state.h>
-#include <vellum/sleep_prevention.h>
 
 #include <QSignalSpy>
 #include <QTest>
@@ -36,7 +37,7 @@ private Q_SLOTS:
         m_service = newService();
     }
     void cleanup() {
-        QTRY_COMPARE(vellum::activeSleepPreventors(), 0); // no worker is left
+        QTRY_COMPARE(vellum::testing::activeSleepPreventors(), 0); // no worker is left
         QVERIFY(m_summary->runningCount() == 0 && m_summary->canAbort());
         m_service.reset();
         QCOMPARE(m_log->unexpected(), QStringList());
@@ -106,18 +107,41 @@ private Q_SLOTS:
         spoil(server);
         const auto before = m_device->content();
         QSignalSpy finished(m_service.get(), &TsiInstallationService::finished);
-        m_service->install(m_url);
-        QTRY_VERIFY(m_service->progress() > 0.2 && m_service->progress() < 0.95);
-        QVERIFY(m_service->canAbort() && m_summary->canAbort() && m_summary->runningCount() == 1);
-        QCOMPARE(vellum::testing::activeSleepPreventors(), 1);
-        if (all)
-            m_summary->abortAll();
-        else
-            m_service->abort();
-        QVERIFY(!m_service->isRunning() && !m_service->canAbort() && m_summary->runningCount() == 0);
-        QVERIFY(finished.size() == 1 && !finished[0][0].toBool());
-        m_service->abort();
-        m_files.setFault({}); // and at once again, while the worker of the first may still be there
+        m_service->install(QString::fromStdString(server.url("/de.zip")));
+        QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, 20'000);
+        QVERIFY(!finished[0][0].toBool() && !m_service->isRunning());
+        const QStringList lines = m_log->lines(u"No morphology data from"_qs);
+        QVERIFY2(lines.size() == 1 && lines[0].contains(reason), qPrintable(lines.join(u'\n')));
+        QTRY_COMPARE(m_device->content(), before);
+    }
+
+    void noAddresses() {
+        m_log->allow(u"Not an address of morphology data"_qs);
+        QSignalSpy finished(m_service.get(), &TsiInstallationService::finished);
+        int refused = 0;
+        for (const char* const url :
+             {"", "undefined", "de.zip", "http:///de.zip", "http://127.0.0.1:1/", "http://127.0.0.1:1/de.exe",
+              "http://127.0.0.1:1/..zip", "file:///tmp/de.zip", "http://127.0.0.1:1/DE.zip",
+              "http://127.0.0.1:1/%2e%2e%2fde.zip", "http://127.0.0.1:1/de.zip/"}) {
+            m_service->install(QString::fromUtf8(url));
+            QVERIFY2(finished.size() == ++refused && !finished.last()[0].toBool(), url);
+        }
+        QCOMPARE(m_log->lines(u"Not an address"_qs).size(), refused);
+    }
+
+    void abortedInTheMiddle() {
+        for (const bool all : {false, true}) {
+            m_files.setFault({Fault::Kind::Stall, 1'000'000});
+            QSignalSpy finished(m_service.get(), &TsiInstallationService::finished);
+            m_service->install(m_url); // the second time while the worker of the first may still be there
+            QTRY_VERIFY(m_service->progress() > 0.2 && m_service->progress() < 0.95);
+            QVERIFY(m_service->canAbort() && m_summary->canAbort() && m_summary->runningCount() == 1);
+            QVERIFY(vellum::testing::activeSleepPreventors() > 0);
+            all ? m_summary->abortAll() : m_service->abort();
+            QVERIFY(!m_service->isRunning() && !m_service->canAbort() && m_summary->runningCount() == 0);
+            QVERIFY(finished.size() == 1 && !finished[0][0].toBool());
+        }
+        m_files.setFault({});
         QVERIFY(install(m_url));
         QTRY_COMPARE(m_device->content().keys(), (QStringList{u"de.aff"_qs, u"de.dic"_qs}));
     }
