@@ -45,13 +45,18 @@ double PackageRun::downloaded() const {
 }
 
 void PackageRun::setState(RunState::State state) {
-    if (m_state->setState(m_number, state))
+    if (!m_stop.stop_requested() && m_state->setState(m_number, state))
         Q_EMIT syncStateChanged(state);
 }
 
 void PackageRun::setError(RunState::Error error) {
-    if (m_state->setError(m_number, error))
+    if (!m_stop.stop_requested() && m_state->setError(m_number, error))
         Q_EMIT errorTypeChanged(error);
+}
+
+void PackageRun::cancel() {
+    m_stop.request_stop();
+    m_downloader.CancelCurrent();
 }
 
 bool PackageRun::fail(RunState::Error error) {
@@ -64,7 +69,7 @@ bool PackageRun::requestAndDownload() {
         return fail(RunState::EmptyIDsList);
     if (isOver())
         return true;
-    const auto task = Routes::requestDictionariesDownload(m_ids, default_base_url());
+    const auto task = Routes::requestDictionariesDownload(m_ids, default_base_url(), m_stop.get_token());
     if (task.isLeft()) {
         return fail(task.getLeft().is<ApiError::Wait>() ? RunState::LastQueryNotYetProcessed
                                                         : RunState::TaskIDError);
@@ -79,12 +84,12 @@ bool PackageRun::download() {
     setError(RunState::NoError);
 
     const auto askForUrl = [this] {
-        return Routes::getDictionariesDownloadUrl(m_taskId, default_base_url());
+        return Routes::getDictionariesDownloadUrl(m_taskId, default_base_url(), m_stop.get_token());
     };
     auto url = askForUrl();
     const auto mustWait = [&url] { return url.isLeft() && url.getLeft().is<ApiError::Wait>(); };
     for (int attempt = 0; mustWait() && attempt < mostWaits && !isOver(); ++attempt) {
-        vl_sleep(waitBeforeAsking(attempt));
+        vl_sleep(waitBeforeAsking(attempt), m_stop.get_token());
         url = askForUrl();
     }
     if (isOver())

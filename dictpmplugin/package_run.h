@@ -7,13 +7,14 @@
 #include <QObject>
 #include <atomic>
 #include <memory>
+#include <stop_token>
 #include <string>
 
 namespace tessaly::dictionary {
 
 /// One attempt at a package, and its steps on a worker thread. It owns all it needs, so that an attempt begun
-/// right after a cancelled one shares nothing but the state with the worker of the old one, which may still
-/// be sleeping. What its worker emits comes from that thread, before the step returns.
+/// right after a cancelled one shares nothing but the state with the worker of the old one. What its worker
+/// emits comes from that thread, before the step returns.
 class PackageRun : public QObject {
     Q_OBJECT
 
@@ -36,8 +37,8 @@ public:
     /// installer looks for the package.
     bool download();
 
-    /// Ends a download. Any thread.
-    void cancel() { m_downloader.CancelCurrent(); }
+    /// Ends the step at once, whatever it waits for. No package arrives any more. Any thread.
+    void cancel();
     void removePackage() const;
 
 Q_SIGNALS:
@@ -45,7 +46,7 @@ Q_SIGNALS:
     void errorTypeChanged(int errorType);
 
 private:
-    [[nodiscard]] bool isOver() const { return m_state->isOver(m_number); }
+    [[nodiscard]] bool isOver() const { return m_stop.stop_requested() || m_state->isOver(m_number); }
     void setState(RunState::State state);
     void setError(RunState::Error error);
     bool fail(RunState::Error error);
@@ -56,6 +57,7 @@ private:
     const std::string m_packagePath;
     std::atomic<long long> m_taskId;
     utilities::SyncDownloader m_downloader;
+    std::stop_source m_stop;
 };
 
 } // namespace tessaly::dictionary

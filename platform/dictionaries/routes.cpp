@@ -54,8 +54,9 @@ Either<ApiError, std::vector<DictionaryInfo>> listDictionaries(const std::string
     return parseCatalogue(body.getRight());
 }
 
-Either<ApiError, long long> requestDictionariesDownload(const std::string& ids, const std::string& baseUrl) {
-    const auto body = postForBody(baseUrl, "/v1/packages?ids=" + escaped(ids), 202, 429);
+Either<ApiError, long long> requestDictionariesDownload(const std::string& ids, const std::string& baseUrl,
+                                                        const std::stop_token& stop) {
+    const auto body = postForBody(baseUrl, "/v1/packages?ids=" + escaped(ids), 202, 429, stop);
     if (body.isLeft())
         return Left<ApiError>(body.getLeft());
     const auto json = parseJson(body.getRight(), "package request");
@@ -67,8 +68,10 @@ Either<ApiError, long long> requestDictionariesDownload(const std::string& ids, 
     return Right<long long>(taskId);
 }
 
-Either<ApiError, std::string> getDictionariesDownloadUrl(long long taskId, const std::string& baseUrl) {
-    const auto body = getBody(baseUrl, "/v1/packages/" + std::to_string(taskId), 200, 202);
+Either<ApiError, std::string> getDictionariesDownloadUrl(long long taskId, const std::string& baseUrl,
+                                                         const std::stop_token& stop) {
+    const auto body =
+        getBody(baseUrl, "/v1/packages/" + std::to_string(taskId), 200, 202, shortResponseLimits(), {}, stop);
     if (body.isLeft())
         return Left<ApiError>(body.getLeft());
     const auto json = parseJson(body.getRight(), "package address");

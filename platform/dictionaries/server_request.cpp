@@ -45,10 +45,11 @@ Either<ApiError, std::string> getBody(const std::string& baseUrl, const std::str
 }
 
 Either<ApiError, std::string> postForBody(const std::string& baseUrl, const std::string& path, int expected,
-                                          int wait) {
+                                          int wait, const std::stop_token& stop) {
     if (baseUrl.empty())
         return Left<ApiError>({ApiError::CurlError{CURLE_URL_MALFORMAT}});
-    return checkedBody(utilities::HttpClient(shortResponseLimits()).post(baseUrl + path), expected, wait);
+    return checkedBody(utilities::HttpClient(shortResponseLimits()).post(baseUrl + path, {}, {}, stop),
+                       expected, wait);
 }
 
 Either<ApiError, QJsonDocument> parseJson(const std::string& body, const std::string& where) {

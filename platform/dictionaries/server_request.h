@@ -25,7 +25,7 @@ Either<ApiError, std::string> getBody(const std::string& baseUrl, const std::str
                                       const utilities::HttpClient::Headers& headers = {},
                                       const std::stop_token& stop = {});
 Either<ApiError, std::string> postForBody(const std::string& baseUrl, const std::string& path, int expected,
-                                          int wait = 0);
+                                          int wait = 0, const std::stop_token& stop = {});
 
 Either<ApiError, QJsonDocument> parseJson(const std::string& body, const std::string& where);
 

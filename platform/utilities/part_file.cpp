@@ -40,8 +40,10 @@ void PartFile::finish() {
     if (!m_sha256.empty() && m_checksum.finish() != m_sha256)
         throw std::runtime_error("the checksum is wrong");
     base::syncToDisk(m_file);
+}
+
+void PartFile::publish() {
     std::filesystem::rename(m_staging.path() + '/' + m_name, m_directory + '/' + m_name);
-    base::syncToDisk(m_directory);
 }
 
 void PartFile::handOver() {

@@ -11,7 +11,7 @@
 namespace tessaly::utilities {
 
 /// The hidden file in which a download grows, in the directory where it will stay; removed with the object
-/// unless it was finished. What comes is collected into big blocks, which are summed and written in the
+/// unless it was published. What comes is collected into big blocks, which are summed and written in the
 /// background while the next is collected. Used by one thread. Throws std::system_error, also for what went
 /// wrong with an earlier block.
 class PartFile {
@@ -22,8 +22,10 @@ public:
 
     void write(std::string_view data);
 
-    /// Gives the file, safely on the disk, its name. Throws std::runtime_error if the checksum is another.
+    /// Returns when the file is safely on the disk. Throws std::runtime_error if the checksum is another.
     void finish();
+    /// Gives the finished file its name.
+    void publish();
 
 private:
     void handOver();

@@ -73,6 +73,13 @@ bool SyncDownloader::Private::fetch(const std::string& url, const std::string& p
     if (transfer.isStopped())
         return false;
     file.finish();
+    {
+        const std::lock_guard lock(mutex); // a cancellation comes before, or finds the file in its place
+        if (stop.stop_requested())
+            return false;
+        file.publish();
+    }
+    base::syncToDisk(base::hostPath(directory));
     progress.total = progress.done.load();
     return true;
 }

@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <utility>
 #include <vellum/clock.h>
+#include <vellum/vellum.h>
 
 namespace tessaly::utilities {
 
@@ -56,7 +57,7 @@ Transfer::Transfer(const DownloadUrl& source, const DownloadOptions& options, Tr
 void Transfer::receive(PartFile& file) {
     std::string reason = receiveSome(file);
     for (int i = 0; i < mostContinuations && !reason.empty(); ++i) {
-        vellum::clock::sleep(pauseMs, m_stop);
+        vl_sleep(pauseMs, m_stop);
         reason = receiveSome(file);
     }
     expect(reason.empty(), reason);

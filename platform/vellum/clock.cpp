@@ -58,15 +58,6 @@ int clock::scaled(int milliseconds) {
     return std::max(0, int(milliseconds / theClock().speed.load()));
 }
 
-void clock::sleep(int milliseconds, const std::stop_token& stop) {
-    std::unique_lock lock(theClock().mutex);
-    // A long-running process must not collect waits that nobody asks for.
-    if (theClock().sleeps.size() < 1000)
-        theClock().sleeps.push_back(milliseconds);
-    theClock().wake.wait_for(lock, stop, std::chrono::milliseconds(scaled(milliseconds)),
-                             [] { return theClock().isQuitting; });
-}
-
 void clock::beginQuit() {
     const std::lock_guard lock(theClock().mutex);
     theClock().isQuitting = true;
@@ -104,8 +95,14 @@ std::vector<int> testing::takeSleeps() {
 
 } // namespace vellum
 
-void vl_sleep(int milliseconds) {
-    vellum::clock::sleep(milliseconds, {});
+void vl_sleep(int milliseconds, const std::stop_token& stop) {
+    std::unique_lock lock(vellum::theClock().mutex);
+    // A long-running process must not collect waits that nobody asks for.
+    if (vellum::theClock().sleeps.size() < 1000)
+        vellum::theClock().sleeps.push_back(milliseconds);
+    vellum::theClock().wake.wait_for(lock, stop,
+                                     std::chrono::milliseconds(vellum::clock::scaled(milliseconds)),
+                                     [] { return vellum::theClock().isQuitting; });
 }
 
 void SetHardTimerEx(const char* name, void (*function)(void*), void* context, int milliseconds) {

@@ -112,6 +112,8 @@ class PackageDownloadTest : public QObject {
         });
         m_script.add("loading",
                      [this](const QString&) { QTRY_COMPARE(filesIn("/mnt/ext1/Downloads").size(), 1); });
+        m_script.add("free",
+                     [](const QString&) { QVERIFY(QThreadPool::globalInstance()->waitForDone(1000)); });
         m_script.add("block", [](const QString&) { QThreadPool::globalInstance()->waitForDone(); });
         m_script.add("real-time", [](const QString&) { vellum::clock::setSpeed(1); });
         m_script.add("unmark", [](const QString&) { model().refreshData(); });
@@ -230,9 +232,10 @@ private Q_SLOTS:
         failing("stand-in 0 0 100 0.6; older-host /old; acts 1 -7; start", -7);
         failing("stand-in 60; older-host /old; start; until 7; kill", -1);
 
-        row("set delay_ms 300; start; wait 50; cancel", u"1 6"_qs);
-        row("set package_state wait; start; asleep; cancel", u"1 2 6"_qs);
-        row("set bytes_per_second 4000; start; loading; wait 50; cancel", u"1 2 3 6"_qs);
+        // Each gives its thread back at once.
+        row("set delay_ms 5000; start; wait 50; cancel; free", u"1 6"_qs);
+        row("real-time; set package_state wait; start; asleep; cancel; free", u"1 2 6"_qs);
+        row("set bytes_per_second 4000; start; loading; wait 50; cancel; free", u"1 2 3 6"_qs);
         row("set bytes_per_second 4000; start; loading; set reset; start", u"1 2 3 "_qs + installed);
         row("start; block; cancel", u"1 6 2 3"_qs); // what the worker had told arrives late
         row("stand-in 0.3 0; start; until 4; cancel; until 8", u"1 2 3 4 6 8 syncFinished(true)"_qs);

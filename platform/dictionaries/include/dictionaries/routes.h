@@ -5,6 +5,7 @@
 #include <dictionaries/dictionary_info.h>
 #include <dictionaries/export.h>
 
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -28,13 +29,14 @@ TESSALY_DICTIONARIES_API Either<ApiError, std::vector<DictionaryInfo>>
 listDictionaries(const std::string& baseUrl);
 
 /// Asks for one package of the dictionaries with these server numbers ("12,40"); the package's task number.
-TESSALY_DICTIONARIES_API Either<ApiError, long long> requestDictionariesDownload(const std::string& ids,
-                                                                                 const std::string& baseUrl);
+TESSALY_DICTIONARIES_API Either<ApiError, long long>
+requestDictionariesDownload(const std::string& ids, const std::string& baseUrl,
+                            const std::stop_token& stop = {});
 
 /// Where the package can be fetched; ApiError::Wait while it is still being built. The URL carries the
 /// announced size and checksum in its fragment, where the downloader finds them.
-TESSALY_DICTIONARIES_API Either<ApiError, std::string> getDictionariesDownloadUrl(long long taskId,
-                                                                                  const std::string& baseUrl);
+TESSALY_DICTIONARIES_API Either<ApiError, std::string>
+getDictionariesDownloadUrl(long long taskId, const std::string& baseUrl, const std::stop_token& stop = {});
 
 /// Reports that a package was installed; what the server says to that.
 TESSALY_DICTIONARIES_API Either<ApiError, std::string> sendSuccessInstall(const std::string& taskId,

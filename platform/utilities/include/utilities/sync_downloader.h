@@ -43,7 +43,8 @@ public:
     /// `total` and `done` are sizes in KiB; the total is never zero. Any pointer may be null.
     void GetProgress(bool* active, std::string* text, int* total, int* done) const;
 
-    /// Any thread. Ends the running download within a moment, and lets none start, until ClearStatus().
+    /// Any thread. Ends the running download within a moment, and lets none start, until ClearStatus(). What
+    /// isn't under its name when this returns never will be.
     void CancelCurrent();
     /// Any thread. Forgets a cancellation and the last download's progress.
     void ClearStatus();

@@ -4,7 +4,6 @@
 
 #include <functional>
 #include <list>
-#include <stop_token>
 
 /// The clock behind vl_sleep and the hard timers, which tests and the tour speed up, and the end of all waits
 /// at quit. Any thread.
@@ -15,9 +14,6 @@ TESSALY_VELLUM_API void setSpeed(double factor);
 
 /// `milliseconds` at the current speed.
 TESSALY_VELLUM_API int scaled(int milliseconds);
-
-/// vl_sleep, which ends early when a stop is requested, too.
-TESSALY_VELLUM_API void sleep(int milliseconds, const std::stop_token& stop);
 
 /// Ends within a moment whatever blocks a thread on the platform's account, and lets nothing wait again:
 /// sleepers wake, NetConnect2 returns without a connection (the network agent goes on by itself), requests

@@ -5,6 +5,7 @@
 #include <base/log.h>
 #include <vellum/export.h>
 
+#include <stop_token>
 #include <string>
 
 /// State of the network connection; only the value 2 means connected.
@@ -59,5 +60,5 @@ TESSALY_VELLUM_API void vl_sleep_preventor_stop(vl_sleep_preventor* preventor);
 
 TESSALY_VELLUM_API bool vl_debug_mode();
 
-/// Waits. Ends early, and from then on at once, when the process is about to quit.
-TESSALY_VELLUM_API void vl_sleep(int milliseconds);
+/// Waits. Ends early, and from then on at once, when a stop is requested or the process is about to quit.
+TESSALY_VELLUM_API void vl_sleep(int milliseconds, const std::stop_token& stop = {});
