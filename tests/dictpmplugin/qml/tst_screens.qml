@@ -16,30 +16,35 @@ Item {
         scene: scene
         morphologyUrl: switches.serverUrl() + "/morphology/en.zip"
 
-        // How each is reached from the list of what is installed.
-        readonly property var screens: ({
+        // How each is reached, from the list of what is installed or from the one before.
+        readonly property var journeys: [{
             list: () => {},
-            empty: () => DictionariesListModel.showEmptyScreen(),
             fetching: () => wideButton().busy_visible = true,
             marking: () => enterDownloadMode(),
-            marked: () => { enterDownloadMode(); mark(5) },
+            marked: () => mark(5),
+            progress: () => wideButton().action(),
+            success: () => DictPMController.syncFinished(true),
+            slow: () => DictPMController.simpleError(),
+        }, {
+            empty: () => DictionariesListModel.showEmptyScreen(),
+        }, {
             information: () => openInformation(),
+            question: () => openInformation().deleteDict(),
+        }, {
             nothingKnown: () => {
                 const info = openInformation().info
                 info.issuer = info.languageFrom = info.description = ""
             },
-            question: () => openInformation().deleteDict(),
+        }, {
             installing: () => mouseClick(tile().installButton),
-            stopQuestion: () => { mouseClick(tile().installButton); keyClick(Qt.Key_Back) },
-            progress: () => { enterDownloadMode(); mark(5); wideButton().action() },
-            success: () => { screens.progress(); DictPMController.syncFinished(true) },
-            slow: () => { screens.progress(); DictPMController.simpleError() },
+            stopQuestion: () => keyClick(Qt.Key_Back),
+        }, {
+            failed: () => DictPMController.fatalError(),
             noSpace: () => { DictPMController.setErrorType(7); DictPMController.fatalError() },
-            failed: () => { DictPMController.setErrorType(6); DictPMController.fatalError() },
             nothingNew: () => DictionariesListModel.noNewDictionaries(),
             deleted: () => DictionariesListModel.dictionaryDeleted("Portuguese (Brazil)", "Portuguese (Brazil)", 0),
             network: () => DictionariesListModel.dataManagerError(DataManager.NetworkError),
-        })
+        }]
 
         function tile() {
             return front(item => item.installButton !== undefined)
@@ -59,18 +64,25 @@ Item {
             useLanguage(language)
         }
 
-        function show(screen) {
+        // Goes on a journey as far as a screen, and looks at each on the way.
+        function travel(journey, last, look) {
             const controller = createTemporaryObject(controllerComponent, scene)
             controller.showDicts()
             tryVerify(() => tile()?.implicitVisibility)
-            screens[screen]()
-            wait(20)
-            return controller
+            for (const screen in journey) {
+                journey[screen]()
+                wait(20)
+                look(screen)
+                if (screen === last)
+                    break
+            }
+            leave(controller)
         }
 
         function leave(controller) {
             tile()?.installationSummary.abortAll()
             DictPMController.cancelDownloading()
+            DictPMController.setErrorType(DictPMController.NoError)
             switches.hangUp()
             DictionariesListModel.setIsDownloadMode(false)
             controller.destroy()
@@ -105,11 +117,8 @@ Item {
 
         function test_noTextIsCut(data) {
             use(data.touch, data.language, ...data.size.split("x").map(Number))
-            for (const screen in screens) {
-                const controller = show(screen)
-                compare(cutTexts(scene.Window.contentItem), [], screen)
-                leave(controller)
-            }
+            for (const journey of journeys)
+                travel(journey, "", screen => compare(cutTexts(scene.Window.contentItem), [], screen))
         }
 
         // What an assistive tool finds on each of the foremost screens, but for lists and their headers.
@@ -140,11 +149,13 @@ Item {
 
         function test_accessibleItems(data) {
             use(data.touch ?? false, "en")
-            const controller = show(data.tag)
-            const found = switches.accessibleItems(scene)
-            compare(data.has.filter(item => !found.includes(item)), [], found.join("\n"))
-            compare(found.filter(item => item.split("|")[1] === ""), []) // nothing is without a name
-            leave(controller)
+            travel(journeys.find(journey => data.tag in journey), data.tag, screen => {
+                if (screen !== data.tag)
+                    return
+                const found = switches.accessibleItems(scene)
+                compare(data.has.filter(item => !found.includes(item)), [], found.join("\n"))
+                compare(found.filter(item => item.split("|")[1] === ""), []) // nothing is without a name
+            })
         }
     }
 }
