@@ -1,7 +1,7 @@
 #pragma once
 
+#include <base/file.h>
 #include <zip/export.h>
-#include <zip/file_descriptor.h>
 
 #include <cstddef>
 #include <cstdint>
