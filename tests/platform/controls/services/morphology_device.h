@@ -7,15 +7,14 @@
 #include <tests/support/files.h>
 
 #include <QRandomGenerator>
+#include <algorithm>
 
 namespace tessaly::tests {
 
 /// What doesn't shrink in an archive, so that there is something to download.
 inline QByteArray noise(qsizetype size) {
-    QRandomGenerator generator(1);
     QByteArray bytes(size, '\0');
-    for (char& byte : bytes)
-        byte = char(generator.generate());
+    std::generate(bytes.begin(), bytes.end(), QRandomGenerator(1));
     return bytes;
 }
 

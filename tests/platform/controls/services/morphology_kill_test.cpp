@@ -32,13 +32,7 @@ private Q_SLOTS:
     void init() { m_device.emplace(); }
     void cleanup() { m_device.reset(); }
 
-    void killedAtAnyMoment_data() {
-        QTest::addColumn<Content>("older");
-        QTest::newRow("first data") << Content();
-        QTest::newRow("instead of older data") << old;
-    }
     void killedAtAnyMoment() {
-        QFETCH(const Content, older);
         const Content newer{{u"de.aff"_qs, tests::noise(400'000)}, {u"de.dic"_qs, tests::noise(1'500'000)}};
         const QByteArray archive = tests::archiveOf(newer.first(), newer.last());
         CannedServer server({{"/de.zip", CannedServer::ok(archive.toStdString())}});
@@ -50,7 +44,8 @@ private Q_SLOTS:
         const int duration = int(timer.nsecsElapsed() / 1000) + 1;
 
         int killed = 0;
-        for (int i = 0; i < 200 && killed < 30; ++i) {
+        for (int i = 0; i < 400 && killed < 60; ++i) {
+            const Content older = i % 4 < 2 ? Content() : old;
             put(older);
             QProcess process;
             process.start(QStringLiteral(TESSALY_MORPHOLOGY_PROGRAM), {u"install"_qs, url});
@@ -66,7 +61,7 @@ private Q_SLOTS:
             QCOMPARE(run(u"tidy"_qs), 0);
             QVERIFY(m_device->content() == older || m_device->content() == newer);
         }
-        QCOMPARE(killed, 30);
+        QCOMPARE(killed, 60);
     }
 
     void aStartFinishesWhatWasReady() {
@@ -83,6 +78,12 @@ private Q_SLOTS:
             QCOMPARE(run(u"tidy"_qs), 0);
             QVERIFY2(m_device->content() == expected, left);
         }
+    }
+
+    void rulesGoFirstAndComeLast() {
+        put(files("de.aff=old rules,de.dic/in the way=x,.ready de/de.aff=rules,.ready de/de.dic=words"));
+        QCOMPARE(run(u"tidy"_qs), 0);
+        QVERIFY(!m_device->content().contains(u"de.aff"_qs));
     }
 
     void quittingWaitsForNothing() {

@@ -61,34 +61,33 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("archive");
         QTest::addColumn<Spoil>("spoil");
         const QByteArray good = archiveOf("new rules", tests::noise(5000));
-        const auto bad = [](const char* reason, const QByteArray& archive) {
-            QTest::addRow("%s", reason) << archive << Spoil([](CannedServer&) {});
-        };
-        const auto trouble = [&](const char* reason, const Spoil& spoil) {
-            QTest::addRow("%s", reason) << good << spoil;
+        const auto row = [](
+                             const char* reason, const QByteArray& archive,
+                             const Spoil& spoil = [](CannedServer&) {}) {
+            QTest::addRow("%s", reason) << archive << spoil;
         };
         const Entry rules{u"de.aff"_qs, "rules"};
         const Entry words{u"de.dic"_qs, "words"};
-        bad("damaged", "no zip");
-        bad("damaged", good.chopped(30));
-        bad("damaged", QByteArray(good).replace(good.size() / 2, 1, "x"));
-        bad("\"../de.aff\", which isn't of \"de\"", archiveOf({rules, words, {u"../de.aff"_qs, "rules"}}));
-        bad("\"fr.aff\", which isn't of \"de\"", archiveOf({{u"fr.aff"_qs, "rules"}}));
-        bad("\"de.aff\", which isn't of \"de\" or is there twice", archiveOf({rules, rules, words}));
-        bad("plain files", archiveOf({rules, {u"de.dic"_qs, "/etc/passwd", Kind::Link}}));
-        bad("plain files", archiveOf({rules, words, {u"de"_qs, "", Kind::Folder}}));
-        bad("lacks a file", archiveOf({words}));
-        bad("de.dic is empty", archiveOf(rules.content, ""));
-        bad("de.dic is too large", archiveOf(rules.content, QByteArray((64 << 20) + 1, '\0')));
-        trouble("status 404", [](CannedServer& server) { server.setFault({Fault::Kind::None}); });
-        trouble("offline", [this](CannedServer&) { m_device->setOnline(false); });
-        trouble("bytes remaining", [](CannedServer& server) { server.setFault({Fault::Kind::Close, 50}); });
-        trouble("Maximum file size", [](CannedServer& server) { server.setFault({Fault::Kind::Endless}); });
-        trouble("de.dic is a directory", [this](CannedServer&) {
+        row("damaged", "no zip");
+        row("damaged", good.chopped(30));
+        row("damaged", QByteArray(good).replace(good.size() / 2, 1, "x"));
+        row("\"../de.aff\", which isn't of \"de\"", archiveOf({rules, words, {u"../de.aff"_qs, "rules"}}));
+        row("\"fr.aff\", which isn't of \"de\"", archiveOf({{u"fr.aff"_qs, "rules"}}));
+        row("\"de.aff\", which isn't of \"de\" or is there twice", archiveOf({rules, rules, words}));
+        row("plain files", archiveOf({rules, {u"de.dic"_qs, "/etc/passwd", Kind::Link}}));
+        row("plain files", archiveOf({rules, words, {u"de"_qs, "", Kind::Folder}}));
+        row("lacks a file", archiveOf({words}));
+        row("de.dic is empty", archiveOf(rules.content, ""));
+        row("de.dic is too large", archiveOf(rules.content, QByteArray((64 << 20) + 1, '\0')));
+        row("status 404", good);
+        row("offline", good, [this](CannedServer&) { m_device->setOnline(false); });
+        row("bytes remaining", good, [](CannedServer& server) { server.setFault({Fault::Kind::Close, 50}); });
+        row("Maximum file size", good, [](CannedServer& server) { server.setFault({Fault::Kind::Endless}); });
+        row("de.dic is a directory", good, [this](CannedServer&) {
             QFile::remove(m_device->directory() + u"de.dic"_qs);
             QDir(m_device->directory()).mkdir(u"de.dic"_qs);
         });
-        trouble("hunspell", [this](CannedServer&) {
+        row("hunspell", good, [this](CannedServer&) {
             QDir(m_device->directory()).removeRecursively();
             writeFile(m_device->path("/mnt/ext1/system/hunspell"), {});
         });
