@@ -36,7 +36,7 @@ DeviceInfoProvider* DeviceInfoProvider::create(QQmlEngine*, QJSEngine*) {
 
 DeviceInfoProvider::DeviceInfoProvider()
     : m_state(readState()) {
-    // The file is replaced, not written, when the state changes: its folder is what can be watched.
+    // A change replaces the file, and a watch on the old one would see no other: so its directory is watched.
     m_watcher.addPath(QString::fromStdString(base::hostPath("/var")));
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, &DeviceInfoProvider::follow);
     m_redraw.setSingleShot(true);

@@ -17,7 +17,7 @@ class TESSALY_CONTROLS_DEVICE_API KeyTranslator : public QTranslator {
 public:
     static KeyTranslator* instance();
 
-    /// Has the engine's texts change with the language.
+    /// Retranslates the engine's texts whenever the language changes.
     void serve(QQmlEngine* engine);
 
     [[nodiscard]] bool isEmpty() const override { return false; }

@@ -2,7 +2,8 @@
 
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
-#include <vellum/vellum.h>
+#include <common_utilities/defer_sleep.h>
+#include <optional>
 
 namespace tessaly::controls {
 
@@ -14,17 +15,15 @@ class SleepGuard : public QObject {
 
 public:
     using QObject::QObject;
-    ~SleepGuard() override { setActive(false); }
 
-    [[nodiscard]] bool isActive() const { return m_active; }
+    [[nodiscard]] bool isActive() const { return m_request.has_value(); }
     void setActive(bool active) {
-        if (active == m_active)
+        if (active == isActive())
             return;
-        m_active = active;
         if (active)
-            vl_sleep_preventor_start(&m_request);
+            m_request.emplace("controls");
         else
-            vl_sleep_preventor_stop(&m_request);
+            m_request.reset();
         Q_EMIT activeChanged();
     }
 
@@ -32,8 +31,7 @@ Q_SIGNALS:
     void activeChanged();
 
 private:
-    bool m_active = false;
-    vl_sleep_preventor m_request{"controls", 0};
+    std::optional<DeferSleep> m_request;
 };
 
 } // namespace tessaly::controls
