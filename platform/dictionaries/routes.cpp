@@ -1,11 +1,13 @@
 #include <dictionaries/routes.h>
 
 #include "catalogue_parser.h"
+#include "recent_catalogue.h"
 #include "server_request.h"
 
 #include <QJsonObject>
 #include <QUtf8StringView>
 #include <base/sha256.h>
+#include <curl/curl.h>
 #include <utilities/cfg_wrapper.h>
 #include <utilities/url.h>
 
@@ -48,10 +50,20 @@ std::string default_base_url() {
 namespace Routes {
 
 Either<ApiError, std::vector<DictionaryInfo>> listDictionaries(const std::string& baseUrl) {
-    const auto body = getBody(baseUrl, "/v1/dictionaries", 200, 0, utilities::HttpClient::defaultLimits());
+    if (baseUrl.empty())
+        return Left<ApiError>({ApiError::CurlError{CURLE_URL_MALFORMAT}});
+    const std::string url = baseUrl + "/v1/dictionaries";
+    auto recent = RecentCatalogue::take(url);
+    const auto response = utilities::HttpClient().getIfChanged(url, recent ? recent->etag : std::string());
+    if (recent && response.status == 304)
+        return Right<std::vector<DictionaryInfo>>(std::move(recent->records));
+    const auto body = checkedBody(response, 200);
     if (body.isLeft())
         return Left<ApiError>(body.getLeft());
-    return parseCatalogue(body.getRight());
+    auto records = parseCatalogue(body.getRight());
+    if (records.isRight() && !response.etag.empty())
+        RecentCatalogue::keep({url, response.etag, records.getRight()});
+    return records;
 }
 
 Either<ApiError, long long> requestDictionariesDownload(const std::string& ids, const std::string& baseUrl,

@@ -12,16 +12,6 @@ namespace {
 
 constexpr std::size_t mostNamed = 10;
 
-Either<ApiError, std::string> checkedBody(const utilities::HttpResponse& response, int expected, int wait) {
-    if (response.isTransportFailure())
-        return Left<ApiError>({ApiError::CurlError{response.curlCode}});
-    if (wait != 0 && response.status == wait)
-        return Left<ApiError>({ApiError::Wait()});
-    if (response.status != expected)
-        return Left<ApiError>({ApiError::HttpError{response.status}});
-    return Right<std::string>(response.body);
-}
-
 } // namespace
 
 ApiError parseError(const std::string& where, std::int64_t position, const std::string& what) {
@@ -33,6 +23,16 @@ utilities::HttpLimits shortResponseLimits() {
     utilities::HttpLimits limits = utilities::HttpClient::defaultLimits();
     limits.responseBytes = std::min(limits.responseBytes, 64LL << 10);
     return limits;
+}
+
+Either<ApiError, std::string> checkedBody(const utilities::HttpResponse& response, int expected, int wait) {
+    if (response.isTransportFailure())
+        return Left<ApiError>({ApiError::CurlError{response.curlCode}});
+    if (wait != 0 && response.status == wait)
+        return Left<ApiError>({ApiError::Wait()});
+    if (response.status != expected)
+        return Left<ApiError>({ApiError::HttpError{response.status}});
+    return Right<std::string>(response.body);
 }
 
 Either<ApiError, std::string> getBody(const std::string& baseUrl, const std::string& path, int expected,

@@ -95,6 +95,12 @@ void CurlRequest::setPostBody(const std::string& body) {
     set(CURLOPT_COPYPOSTFIELDS, body.data());
 }
 
+void CurlRequest::setKnown(const std::string& etag) {
+    if (!isOneLine(etag))
+        return refuse(CURLE_BAD_FUNCTION_ARGUMENT);
+    appendHeader("If-None-Match: " + etag);
+}
+
 void CurlRequest::setRange(std::int64_t start, const std::string& etag) {
     const std::string range = std::to_string(start) + '-';
     set(CURLOPT_RANGE, range.c_str());

@@ -25,6 +25,8 @@ public:
     void addHeader(const std::string& name, const std::string& value);
     /// Makes it a POST.
     void setPostBody(const std::string& body);
+    /// Asks for the file unless it still has this ETag (304).
+    void setKnown(const std::string& etag);
     /// Asks for the bytes from `start` on (206), if the file still has this ETag, else for all of it (200).
     void setRange(std::int64_t start, const std::string& etag);
 

@@ -101,6 +101,23 @@ private Q_SLOTS:
         QCOMPARE(m_server.takeRequests(), QStringList(requests.at(routes.indexOf(route))));
     }
 
+    void aCatalogueCrossesTheNetworkOnce() {
+        const auto list = [this](int status, const char* body, const std::string& etag) {
+            m_server.setAnswer(status, body, "\r\nETag: " + etag);
+            return call(u"list"_qs, m_server.url());
+        };
+        const char* const one = "[{'id': 1, 'name': 'A', 'file': 'a.tsdict'}]";
+        QCOMPARE(list(200, one, "\"1\""), u"1 records"_qs);
+        QCOMPARE(list(304, "", "\"1\""), u"1 records"_qs); // used, and forgotten
+        QVERIFY(list(304, "", "\"1\"").startsWith(u"error 2: HTTP status 304"));
+        QCOMPARE(list(200, one, "\"1\""), u"1 records"_qs);
+        QCOMPARE(list(200, "[]", "\"2\""), u"0 records"_qs);
+        QCOMPARE(list(304, "", "\"2\""), u"0 records"_qs);
+        const QString request = u"GET /v1/dictionaries "_qs;
+        QCOMPARE(m_server.takeRequests(), QStringList({request, request + u"\"1\""_qs, request, request,
+                                                       request + u"\"1\""_qs, request + u"\"2\""_qs}));
+    }
+
     void identifiersStayIdentifiers() {
         Routes::requestDictionariesDownload("1&x=2#", m_server.url());
         Routes::sendSuccessInstall("7/../8?", m_server.url());

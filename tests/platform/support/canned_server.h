@@ -40,16 +40,16 @@ public:
     void setFault(const fixture::Fault& fault) { m_proxy.setFault(fault); }
 
     /// What paths without an answer of their own get. Single quotes in the body stand for double ones.
-    void setAnswer(int status, QByteArray body) {
+    void setAnswer(int status, QByteArray body, const std::string& header = {}) {
         const std::lock_guard lock(m_mutex);
-        m_answer = withBody(std::to_string(status) + " ", body.replace('\'', '"').toStdString());
+        m_answer = withBody(std::to_string(status) + " " + header, body.replace('\'', '"').toStdString());
     }
 
     [[nodiscard]] int requests() const {
         const std::lock_guard lock(m_mutex);
         return int(m_requests.size());
     }
-    /// Those since the last call, as "METHOD PATH KEY".
+    /// Those since the last call, as "METHOD PATH KEY", with an ETag that is known in place of the key.
     QStringList takeRequests() {
         const std::lock_guard lock(m_mutex);
         return std::exchange(m_requests, {});
@@ -60,7 +60,8 @@ private:
         const auto found = m_answers.find(request.section(u' ', 1, 1).toStdString());
         const std::lock_guard lock(m_mutex);
         m_requests << request.section(u' ', 0, 1) + u' ' +
-                          request.section(u"\r\nX-Api-Key: "_qs, 1).section(u'\r', 0, 0);
+                          request.section(u"\r\nX-Api-Key: "_qs, 1).section(u'\r', 0, 0) +
+                          request.section(u"\r\nIf-None-Match: "_qs, 1).section(u'\r', 0, 0);
         if (found != m_answers.end())
             return QByteArray::fromStdString(found->second);
         return QByteArray::fromStdString(m_answer.empty() ? ok(request.toStdString()) : m_answer);

@@ -24,7 +24,8 @@ TESSALY_DICTIONARIES_API std::string default_base_url();
 /// Any thread.
 namespace Routes {
 
-/// The whole catalogue. A record that isn't one is dropped with a warning.
+/// The whole catalogue. A record that isn't one is dropped with a warning. What one call brought answers the
+/// next within a minute, if the server says that it is still the same: it crosses the network once.
 TESSALY_DICTIONARIES_API Either<ApiError, std::vector<DictionaryInfo>>
 listDictionaries(const std::string& baseUrl);
 

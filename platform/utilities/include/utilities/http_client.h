@@ -21,6 +21,7 @@ struct HttpResponse {
     int curlCode = 0; ///< libcurl's code; anything but 0 is a transport failure, and the rest is then empty
     int status = 0;
     std::string body;
+    std::string etag; ///< as it came, to be sent back with the next request; empty if there was none
 
     [[nodiscard]] bool isTransportFailure() const { return curlCode != 0; }
 };
@@ -44,6 +45,8 @@ public:
     using Headers = std::map<std::string, std::string>;
     [[nodiscard]] HttpResponse get(const std::string& url, const Headers& headers = {},
                                    const std::stop_token& stop = {}) const;
+    /// The status is 304, without a body, if the file still has this ETag. An empty one is like get().
+    [[nodiscard]] HttpResponse getIfChanged(const std::string& url, const std::string& etag) const;
     [[nodiscard]] HttpResponse post(const std::string& url, const std::string& body = {},
                                     const Headers& headers = {}, const std::stop_token& stop = {}) const;
 
