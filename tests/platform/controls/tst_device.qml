@@ -93,6 +93,7 @@ Item {
             const shot = grabImage(image)
             const shades = [17, 9, 2].map(at => shot.red(at, at))
             compare(shades.map(red => red < 40 ? "black" : red > 215 ? "white" : "grey"), data.colors)
+            compare(show("image://" + data.name + "?600").width, 96)
         }
 
         function test_unknownImageIsEmpty() {
