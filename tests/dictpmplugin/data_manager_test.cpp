@@ -127,7 +127,7 @@ private Q_SLOTS:
             QCOMPARE(std::async(std::launch::async, [this] { return synchronize(); }).get(), success);
             QCOMPARE(stored("dicts_id"), order);
             QCOMPARE(stored("name, description, dict_set").first(), u"1000000|of old|of old"_qs);
-            QVERIFY(!stored("name").contains(m_offered.last())); // but the server's name
+            QVERIFY(!stored("name").contains(m_offered.last()));    // but the server's name
             QCOMPARE(m_watch->lines(u": left out, "_qs).size(), 1); // the second time it is the same
         }
         QCOMPARE(m_manager->getDictionariesFromDB().getRight().size(), std::size_t(order.size()));
