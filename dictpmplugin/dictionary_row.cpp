@@ -16,6 +16,7 @@ DictionaryInfo describe(const vl_api::Dictionary& dictionary) {
     DictionaryInfo info;
     info.name = dictionary.name;
     info.file = dictionary.file;
+    info.category = dictionary.name; // tells it from others where the file doesn't
     const auto opened = open(dictionary.absolutePath());
     if (opened.isLeft()) {
         LogLine(log::cb::warn) << "Failed to open dictionary to get metadata: " << opened.getLeft();

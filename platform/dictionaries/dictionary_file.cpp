@@ -4,6 +4,7 @@
 #include <base/device_root.h>
 #include <charconv>
 #include <common_utilities/log_line.h>
+#include <filesystem>
 #include <map>
 #include <stdexcept>
 #include <utilities/locale.h>
@@ -76,8 +77,12 @@ Either<Error, DictionaryFile> open(const std::string& path) {
     try {
         DictionaryFile file;
         file.m_database = std::make_shared<DictionaryDatabase>(base::hostPath(path));
-        if (!file.m_database->metadata().empty())
+        if (!file.m_database->metadata().empty()) {
             file.m_metadata = metadataFrom(textsFrom(file.m_database->metadata()));
+            const bool hasLanguages = file.m_metadata->languageFrom && file.m_metadata->languageTo;
+            if (!hasLanguages && file.m_metadata->category.empty()) // nothing else tells it from others
+                file.m_metadata->category = std::filesystem::path(path).stem().string();
+        }
         return Right<DictionaryFile>(file);
     } catch (const std::runtime_error& error) {
         return Left<Error>({{{path, -1, error.what()}}});

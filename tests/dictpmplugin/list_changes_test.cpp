@@ -124,6 +124,8 @@ private Q_SLOTS:
         const auto noMetadata = "Failed to open dictionary to get metadata: ";
         row("damage x; current x | refresh", "[ ] title(x) chosen(0) modelRefreshed() title(x)", "x", "x",
             noMetadata);
+        row("damage x; refresh | delete 0", "[ ] showEmptyScreen() dictionaryDeleted(Other, Other (x), 0)",
+            "", "");
         row("abc; break | refresh; choose 0; mark 0; delete 0; refresh",
             "out_of_range [ dataManagerError(3) [ dataManagerError(3)", "", "A",
             "error while listing dictionaries; error while listing dictionaries");

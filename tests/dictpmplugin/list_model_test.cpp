@@ -54,7 +54,7 @@ private Q_SLOTS:
             {"selectedToDownload", "isSelected", true, false},
             {"installed", "isInstalled", false, false},
             {"set", "getSet", u"a set"_qs, QString()},
-            {"category", "getCategory", u"small"_qs, QString()},
+            {"category", "getCategory", u"small"_qs, u"bare"_qs},
         };
         QCOMPARE(m_list->model.roleNames().size(), qsizetype(std::size(roles)));
         const QModelIndex fullIndex = m_list->model.index(1);

@@ -47,6 +47,7 @@ private Q_SLOTS:
         const auto odd = open().getRight().metadata();
         QCOMPARE(odd->title + odd->provider + odd->dictSet + odd->thumbnail, std::string("A\uFFFDB1.5"));
         QVERIFY(!odd->languageFrom && !odd->languageTo && odd->version == 0);
+        QCOMPARE(odd->category, std::string("d")); // the file's name tells it from others
 
         make(tables);
         QVERIFY(!open().getRight().metadata());

@@ -23,7 +23,7 @@ struct Metadata {
     boost::optional<utilities::Locale> languageFrom;
     boost::optional<utilities::Locale> languageTo;
     std::string description;
-    std::string category;
+    std::string category; ///< of a file without languages that has none, its name
     std::string provider;
     std::string publishDate;
     std::string dictSet;
