@@ -132,10 +132,9 @@ DialogContainer {
         onActiveFocusChanged: if (activeFocus) list.lastFocusedItem = header
 
         Keys.onUpPressed: {
-            const isButtonUsable = !DictionariesListModel.isDownloadMode || DictionariesListModel.selectedCount > 0
-            if (!isButtonUsable)
+            const next = !DictionariesListModel.isDownloadMode || download_btn.markedCount > 0 ? download_btn : list
+            if (next === list)
                 list.lastFocusedItem = download_btn
-            const next = isButtonUsable ? download_btn : list
             next.forceActiveFocus()
         }
         Keys.onDownPressed: list.count > 0 ? list.forceActiveFocus() : download_btn.forceActiveFocus()
