@@ -4,23 +4,22 @@
 
 namespace tessaly::tour {
 
-void Hand::openDictionaries() const {
+void Hand::use(const QString& text, Qt::Key towards) const {
     if (m_touch) {
-        m_screen.tap(text("@ReaderDictionaries"));
-    } else {
-        m_screen.moveTo(text("@ReaderDictionaries"), Qt::Key_Up);
-        m_screen.press(Qt::Key_Return);
+        m_screen.tap(text);
+        return;
     }
+    m_screen.moveTo(text, towards);
+    m_screen.press(Qt::Key_Return);
+}
+
+void Hand::openDictionaries() const {
+    use(text("@ReaderDictionaries"), Qt::Key_Up);
     m_screen.waitFor(text("@SelectDictionary"));
 }
 
 void Hand::askForMore() const {
-    if (m_touch) {
-        m_screen.tap(text("@AddNewDictionaries"));
-    } else {
-        m_screen.moveTo(text("@AddNewDictionaries"), Qt::Key_Up);
-        m_screen.press(Qt::Key_Return);
-    }
+    use(text("@AddNewDictionaries"), Qt::Key_Up);
 }
 
 void Hand::enterDownloadMode() const {
@@ -56,14 +55,8 @@ QStringList Hand::mark(int count) const {
 }
 
 void Hand::startDownload() const {
-    const QString button = QStringLiteral("%1 (%2)").arg(
-        text("@Download"), m_screen.list().property("selectedCount").toString());
-    if (m_touch) {
-        m_screen.tap(button);
-    } else {
-        m_screen.moveTo(button, Qt::Key_Down);
-        m_screen.press(Qt::Key_Return);
-    }
+    const QString count = m_screen.list().property("selectedCount").toString();
+    use(QStringLiteral("%1 (%2)").arg(text("@Download"), count), Qt::Key_Down);
 }
 
 void Hand::press(const QString& text) const {
@@ -114,8 +107,7 @@ void Hand::pressAbove(const QString& title, const QString& text) const {
         m_screen.tapAbove(title, text);
     } else {
         moveToRow(title);
-        m_screen.moveTo(text, Qt::Key_Up);
-        m_screen.press(Qt::Key_Return);
+        use(text, Qt::Key_Up);
     }
 }
 

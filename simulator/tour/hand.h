@@ -41,6 +41,8 @@ public:
     [[nodiscard]] bool isAtPage() const;
 
 private:
+    /// Taps on it, or moves the focus to it with this key and presses Enter.
+    void use(const QString& text, Qt::Key towards) const;
     void moveToRow(const QString& title) const;
 
     Screen& m_screen;
