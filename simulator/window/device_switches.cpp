@@ -6,6 +6,7 @@
 #include <vellum/device_state.h>
 #include <vellum/vellum.h>
 
+#include <QFile>
 #include <csignal>
 
 namespace tessaly::simulator {
@@ -14,7 +15,10 @@ namespace {
 
 namespace state = vellum::state;
 
-constexpr std::int64_t hardlyAnySpace = 16 << 10; ///< bytes; less than any package
+constexpr std::int64_t hardlyAnySpace = 16 << 10;       ///< bytes; less than any package
+constexpr auto serverFile = "/var/server_switches.cfg"; ///< only while there is no power
+constexpr auto upKey = "up";
+constexpr auto slowKey = "slow";
 constexpr auto installer = "/ebrmain/bin/dictpackageinstaller.app";
 
 /// Slow enough to watch every stage, and for the device to lose its patience with some packages.
@@ -36,6 +40,12 @@ DeviceSwitches::DeviceSwitches(fixture::TestDevice& device, std::function<void()
     // The file of the device's state is replaced when it changes, so its folder is what can be watched.
     m_watcher.addPath(m_device.path("/var"));
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, &DeviceSwitches::stateChanged);
+    connect(&m_hunt, &QTimer::timeout, this, &DeviceSwitches::killIfThere);
+    connect(&m_device.server(), &fixture::ServerProcess::ended, this, [this] {
+        m_isServerUp = false;
+        setNote(QStringLiteral("The dictionary server has ended by itself.\nThe log: ") + m_device.logPath());
+        Q_EMIT serverChanged();
+    });
 }
 
 QVariantMap DeviceSwitches::state() {
@@ -122,10 +132,34 @@ void DeviceSwitches::setNote(const QString& note) {
 }
 
 void DeviceSwitches::killInstaller() {
+    constexpr int lookEveryMs = 5;
+    m_hunt.start(lookEveryMs);
+    setNote(QStringLiteral("The next installer will be killed."));
+}
+
+void DeviceSwitches::killIfThere() {
     const int task = FindTaskByAppName(installer);
-    const bool isKilled = task > 0 && ::kill(task, SIGKILL) == 0;
-    setNote(isKilled ? QStringLiteral("The installer was killed.")
-                     : QStringLiteral("No installer is running."));
+    if (task <= 0 || ::kill(task, SIGKILL) != 0)
+        return;
+    m_hunt.stop();
+    setNote(QStringLiteral("The installer was killed."));
+}
+
+void DeviceSwitches::losePower() {
+    vl_config* const kept = OpenConfig(serverFile, 1);
+    WriteInt(kept, upKey, m_isServerUp ? 1 : 0);
+    WriteInt(kept, slowKey, m_isServerSlow ? 1 : 0);
+    SaveConfig(kept);
+    CloseConfig(kept);
+    m_cutPower();
+}
+
+void DeviceSwitches::restoreServer() {
+    vl_config* const kept = OpenConfig(serverFile, 0);
+    m_isServerSlow = ReadInt(kept, slowKey, 0) != 0;
+    setServerUp(ReadInt(kept, upKey, 1) != 0);
+    CloseConfig(kept);
+    QFile::remove(m_device.path(serverFile));
 }
 
 } // namespace tessaly::simulator

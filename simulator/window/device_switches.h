@@ -2,6 +2,7 @@
 
 #include <QFileSystemWatcher>
 #include <QObject>
+#include <QTimer>
 #include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 #include <functional>
@@ -45,8 +46,12 @@ public:
     void setServerSlow(bool slow);
     [[nodiscard]] QString note() const { return m_note; }
 
+    /// The one that runs or, since that takes but a moment, the next.
     Q_INVOKABLE void killInstaller();
-    Q_INVOKABLE void losePower() { m_cutPower(); }
+    /// The server is none of the device's: it will be as it is now.
+    Q_INVOKABLE void losePower();
+    /// Has the server run, or be what it was when the power was lost.
+    void restoreServer();
 
 Q_SIGNALS:
     void stateChanged();
@@ -58,10 +63,12 @@ private:
     /// What it couldn't do is in the note.
     void tryWithServer(const std::function<void()>& change);
     void configureServer();
+    void killIfThere();
 
     fixture::TestDevice& m_device;
     std::function<void()> m_cutPower;
     QFileSystemWatcher m_watcher;
+    QTimer m_hunt; ///< for the next installer
     QStringList m_serverOptions;
     bool m_isServerUp = false;
     bool m_isServerSlow = false;

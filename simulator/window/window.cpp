@@ -83,7 +83,7 @@ int show(const Options& options, QGuiApplication& application) {
     DeviceSwitches switches(device, cutPower);
     if (options.convertAhead)
         switches.setServerOptions({QStringLiteral("--convert-ahead")});
-    switches.setServerUp(true);
+    switches.restoreServer();
 
     QQmlApplicationEngine engine;
     QQuickWindow* const window = loadWindow(engine, switches);

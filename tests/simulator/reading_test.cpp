@@ -159,8 +159,7 @@ private Q_SLOTS:
         open(u"6-keys"_qs);
         tapWord(u"truth"_qs); // does nothing
         tap(shown(u"Dictionaries"_qs));
-        press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right,
-               Qt::Key_Return}); // the title, the author, "It is a truth"
+        press({Qt::Key_Down, Qt::Key_Down, Qt::Key_Return}); // from the title by way of the author
         QTRY_VERIFY(shown(u"This dictionary has no entry for “truth”."_qs));
         press({Qt::Key_Escape});
         tap(shown(u"Page +"_qs, m_window->contentItem()));
@@ -191,7 +190,7 @@ private Q_SLOTS:
         press("de");
         QTRY_VERIFY(shown(u"Wörterbücher"_qs));
         press("Kill the installer");
-        QVERIFY(shown(u"No installer is running."_qs, panel));
+        QVERIFY(shown(u"The next installer will be killed."_qs, panel));
         press("Lose power");
         QCOMPARE(m_powerCuts, 1);
         press("6 inch, keys only");

@@ -43,6 +43,9 @@ FocusScope {
                 objectName: "deviceScreen"
                 focus: true
                 scale: body.factor
+                // Drawn at its own size and then scaled as a picture: thin lines don't fall between two pixels.
+                layer.enabled: body.factor !== 1
+                layer.smooth: true
                 transformOrigin: Item.TopLeft
             }
         }

@@ -59,8 +59,8 @@ FocusScope {
     DialogBackActionHeader {
         id: header
         width: parent.width
-        text: panel.lookup.outcome === WordLookup.Found ? panel.lookup.dictionary : panel.lookup.word
-        actionIcon: Global.getNormalImage("close")
+        text: panel.needsDictionary ? panel.lookup.word : panel.lookup.dictionary
+        actionIcon: DeviceInfoProvider.touch ? Global.getNormalImage("close") : ""
         actionPressedIcon: Global.getInvertedImage("close")
         onAction: panel.closed()
     }

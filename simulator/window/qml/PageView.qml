@@ -21,6 +21,8 @@ FocusScope {
     property int selected: -1
     readonly property bool touch: DeviceInfoProvider.touch
 
+    // Whether the mark is to be seen.
+    property bool showsMark: true
     // Lines are shown between these heights; one that would be cut through isn't.
     property real shownTop: 0
     property real shownBottom: height
@@ -101,7 +103,7 @@ FocusScope {
         const from = wordRect(selected)
         const x = from.x + from.width / 2
         for (let y = from.y + from.height / 2; y >= 0 && y < pageBottom - pageTop; y += direction * letterSize / 2) {
-            const next = nearestWord(x, y)
+            const next = wordAt(x, y)
             if (next >= 0 && wordRect(next).y !== from.y) {
                 mark(next)
                 return
@@ -113,22 +115,14 @@ FocusScope {
             turn(1)
     }
 
-    // In the line at this height.
-    function nearestWord(x: real, y: real): int {
-        const position = body.positionAt(x, y + pageTop)
-        const line = body.positionToRectangle(position).y
-        const next = words.findIndex(word => word[1] >= position)
-        return [next, next - 1].find(word => word >= 0 && wordRect(word).y + pageTop === line) ?? -1
-    }
-
+    // The nearest in the line at this place of the page, or -1.
     function wordAt(x: real, y: real): int {
-        const word = nearestWord(x, y)
-        if (word < 0)
+        const position = body.positionAt(x, y + pageTop)
+        const line = body.positionToRectangle(position)
+        if (y + pageTop < line.y || y + pageTop > line.y + line.height)
             return -1
-        const place = wordRect(word)
-        const slack = Global.mm(1)
-        return x >= place.x - slack && x <= place.x + place.width + slack && y >= place.y && y <= place.y + place.height
-            ? word : -1
+        const next = words.findIndex(word => word[1] >= position)
+        return [next, next - 1].find(word => word >= 0 && wordRect(word).y + pageTop === line.y) ?? -1
     }
 
     Keys.onLeftPressed: step(-1)
@@ -170,8 +164,8 @@ FocusScope {
             readOnly: true
             activeFocusOnPress: false
             persistentSelection: true
-            selectionColor: GlobalValues.defaultHoveredColor
-            selectedTextColor: GlobalValues.defaultBackgroundColor
+            selectionColor: view.showsMark ? GlobalValues.defaultHoveredColor : "transparent"
+            selectedTextColor: view.showsMark ? GlobalValues.defaultBackgroundColor : GlobalValues.defaultTextColor
             color: GlobalValues.defaultTextColor
             textFormat: TextEdit.RichText
             text: view.content

@@ -55,6 +55,7 @@ FocusScope {
         anchors.leftMargin: Global.mm(8)
         anchors.rightMargin: Global.mm(8)
         text: book
+        showsMark: activeFocus || entry.visible // one thing looks focused at a time
         letterSize: Math.round(12 * DeviceInfoProvider.dpi / 72)
         shownTop: entry.visible && entry.atTop ? entry.height - y : 0
         shownBottom: entry.visible && !entry.atTop ? entry.y - y : height

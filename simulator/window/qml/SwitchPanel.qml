@@ -55,7 +55,18 @@ Rectangle {
         height: parent.height
         color: "#bdbdbd"
     }
+    // There is more below.
+    Label {
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        anchors.margins: 4
+        z: 1
+        width: implicitWidth
+        visible: !area.atYEnd
+        text: "▼"
+    }
     Flickable {
+        id: area
         anchors.fill: parent
         anchors.leftMargin: 20
         contentHeight: column.height + 40

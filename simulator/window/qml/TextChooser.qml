@@ -47,13 +47,44 @@ FocusScope {
         KeyNavigation.up: header
 
         // qmllint disable unqualified
-        delegate: BitmapTextButton {
+        delegate: PushButton {
+            id: entry
+
             required property int index
             required property var modelData
+            readonly property color textColor: held ? GlobalValues.defaultBackgroundColor : GlobalValues.defaultTextColor
+
             width: list.width
             height: Global.mm(13)
-            image: index === chooser.text.text ? "radiobtn_checked" : "radiobtn"
-            text: modelData.title + "\n" + modelData.author
+            padding: Global.mm(1)
+            text: modelData.title
+            Accessible.description: modelData.author
+            background: Rectangle {
+                color: entry.held ? GlobalValues.defaultHoveredColor : "transparent"
+            }
+            contentItem: Item {
+                Image {
+                    id: mark
+                    anchors.verticalCenter: parent.verticalCenter
+                    source: (entry.held ? Global.getInvertedImage : Global.getNormalImage)(
+                        entry.index === chooser.text.text ? "radiobtn_checked" : "radiobtn")
+                }
+                Column {
+                    anchors.left: mark.right
+                    anchors.leftMargin: Global.mm(2)
+                    anchors.verticalCenter: parent.verticalCenter
+
+                    StyledText {
+                        text: entry.modelData.title
+                        color: entry.textColor
+                        fontStyle: FontStyles.BodyBold
+                    }
+                    StyledText {
+                        text: entry.modelData.author
+                        color: entry.textColor
+                    }
+                }
+            }
             onClicked: {
                 chooser.text.open(index)
                 chooser.closed()
