@@ -1,5 +1,5 @@
 # tessaly_layers(DIRECTORY...): adds the directories, the lowest first, and stops if a target of one links a target of a
-# directory above it.
+# directory above it, or compiles a source that isn't below its own directory.
 function(tessaly_layers)
   set(height 0)
   foreach(directory ${ARGN})
@@ -28,6 +28,16 @@ function(tessaly_check_layer target layers)
       if(other GREATER height)
         message(FATAL_ERROR "${target} in ${layer} links ${library}, which stands above it")
       endif()
+    endif()
+  endforeach()
+  get_target_property(directory ${target} SOURCE_DIR)
+  get_target_property(sources ${target} SOURCES)
+  foreach(source ${sources})
+    cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY ${directory} NORMALIZE)
+    cmake_path(IS_PREFIX directory ${source} is_own)
+    cmake_path(IS_PREFIX PROJECT_BINARY_DIR ${source} is_generated)
+    if(NOT is_own AND NOT is_generated AND source MATCHES "\\.cpp$")
+      message(FATAL_ERROR "${target} in ${layer} compiles ${source}, which another target owns")
     endif()
   endforeach()
 endfunction()

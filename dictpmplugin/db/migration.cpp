@@ -33,6 +33,21 @@ Either<Migration::Error, void> runScriptFile(const QSqlDatabase& db, const QStri
 
 } // namespace
 
+Migration::Error::Error(const QString& message)
+    : m_message(message) {}
+
+Migration::Error::Error(const QSqlError& sqlError)
+    : m_sqlError(sqlError)
+    , m_isSql(true) {}
+
+Migration::Error Migration::Error::fromSqlError(const QSqlError& error) {
+    return Error(error);
+}
+
+QString Migration::Error::toString() const {
+    return m_isSql ? QStringLiteral("sql error: ") + m_sqlError.text() : m_message;
+}
+
 Migration::Migration(const QSqlDatabase& db)
     : m_db(db) {}
 
