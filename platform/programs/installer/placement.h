@@ -7,9 +7,9 @@
 
 namespace tessaly::installer {
 
-/// Puts unpacked dictionaries among the installed ones, all or none. Each arrives in a hidden directory
-/// beside them first, is synced there, and gets its own name only then, so that no dictionary is ever half
-/// there. Throws a Failure.
+/// Puts unpacked dictionaries among the installed ones, all or none as long as the process lives. Each
+/// arrives in a hidden directory beside them first, is synced there, and gets its own name only then: a
+/// process killed in commit() may leave some of them in place, but none half there. Throws a Failure.
 class Placement {
 public:
     /// Removes what killed runs left.
