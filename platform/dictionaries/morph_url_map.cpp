@@ -57,7 +57,7 @@ Either<ApiError, Urls> listMorphology(const std::string& baseUrl, const std::str
         if (isEntry(entry.key(), entry.value().toString()))
             urls.insert(entry.key(), entry.value().toString());
         else
-            complaints.add("\"" + entry.key().toStdString() + "\" is left out");
+            complaints.add('"' + entry.key().toStdString() + "\" is left out");
     }
     return Right<Urls>(urls);
 }
