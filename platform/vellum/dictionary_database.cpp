@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 #include <QUtf8StringView>
+#include <algorithm>
 #include <ctime>
 #include <filesystem>
 #include <sqlite3.h>
@@ -80,14 +81,15 @@ DictionaryDatabase::DictionaryDatabase(const std::string& hostPath)
     connection.deadline = processorSeconds() + mostSeconds;
     sqlite3_progress_handler(handle, stepsAtOnce, Connection::isLate, &connection);
 
-    // What the schema's rows say of themselves can be forged; these say what SQLite takes them for. A
+    // What the schema's rows say of themselves can be forged; these pragmas say what SQLite takes them for. A
     // generated column would compute within a single step, which no bound sees.
-    if (run("SELECT name FROM pragma_table_list WHERE schema = 'main' AND type = 'table' "
-            "AND name IN ('metadata', 'entries')")
-                .size() != 2 ||
-        !run("SELECT name FROM pragma_table_xinfo('metadata') WHERE hidden <> 0 UNION ALL "
-             "SELECT name FROM pragma_table_xinfo('entries') WHERE hidden <> 0")
-             .empty())
+    const auto isPlainTable = [this](const std::string& name) {
+        const std::vector<Row> tables = run("PRAGMA main.table_list(" + name + ")");
+        const std::vector<Row> columns = run("PRAGMA main.table_xinfo(" + name + ")");
+        return tables.size() == 1 && tables[0].at(2) == "table" &&
+               std::all_of(columns.begin(), columns.end(), [](const Row& row) { return row.at(6) == "0"; });
+    };
+    if (!isPlainTable("metadata") || !isPlainTable("entries"))
         connection.fail("not a dictionary");
     static_cast<void>(run("SELECT headword, definition, folded FROM entries LIMIT 1"));
     // Whatever the keys are: picking them out in the statement takes longer than all the rest of opening.
