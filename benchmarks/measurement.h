@@ -4,8 +4,7 @@
 
 namespace tessaly::benchmarks {
 
-/// One line of the table, in seconds or in what the function that measures says. The ratio is ours to
-/// reference.
+/// One line of the table, in seconds or in what the measuring function says. The ratio is ours to reference.
 struct Measurement {
     std::string name;
     double ours = 0;

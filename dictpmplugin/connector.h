@@ -33,8 +33,8 @@ Q_SIGNALS:
     void finished(bool is_ok);
 
 public Q_SLOTS:
-    /// Starts the network agent and polls every second. Returns the agent's task identifier; the caller ends
-    /// it.
+    /// Starts the network agent and polls every second. Returns the agent's task identifier, which the
+    /// caller ends.
     int connectToInet();
     /// From now on each tick that finds the device offline fails. The polling goes on.
     void setClose();

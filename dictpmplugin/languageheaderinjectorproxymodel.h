@@ -21,8 +21,7 @@ class LanguageHeaderInjectorProxyModel : public QAbstractProxyModel {
     /// Name of the source's role whose text is the group's key.
     Q_PROPERTY(QString langPropertyName READ langPropertyName WRITE setLangPropertyName NOTIFY
                    langPropertyNameChanged)
-    /// Name of the source's role that the groups are sorted by; without it they are in the order of their
-    /// keys.
+    /// Name of the source's role that the groups are sorted by; without it the order is that of the keys.
     Q_PROPERTY(QString groupSortPropertyName READ groupSortPropertyName WRITE setGroupSortPropertyName NOTIFY
                    groupSortPropertyNameChanged)
 

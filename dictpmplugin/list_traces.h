@@ -2,8 +2,7 @@
 
 #include "dictionary_row.h"
 
-/// What the list model writes to the structured log in the device's debug mode, and nothing otherwise. Any
-/// thread.
+/// What the list model writes to the structured log in the device's debug mode only. Any thread.
 namespace tessaly::dictionary::traces {
 
 using Records = std::vector<DictionaryInfo>;

@@ -3,8 +3,7 @@
 #include <optional>
 #include <string>
 
-/// The device's installer of packages, a program that tells through its status file how far it is. One
-/// thread.
+/// The device's installer of packages, a program that reports through its status file. One thread.
 namespace tessaly::dictionary::package_installer {
 
 /// Starts it on a package, named as the downloader names it. The status file says first that nothing has

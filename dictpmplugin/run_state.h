@@ -35,8 +35,7 @@ public:
     [[nodiscard]] int state() const { return m_value.load().state; }
     [[nodiscard]] int error() const { return m_value.load().error; }
 
-    /// Begins another run and returns its number; state and error stay as they are until the run changes
-    /// them.
+    /// Begins another run and returns its number; state and error stay until the run changes them.
     Run begin();
     /// The run was cancelled, or another one has begun since.
     [[nodiscard]] bool isOver(Run run) const;

@@ -18,8 +18,7 @@ QQuickItem* findList(const QQuickWindow& window);
 /// How many rows of the list are in sight.
 int rowsInSight(const QQuickItem& list);
 
-/// The height of the rows in sight that most have, 0 if there are none. Titles between them may be of
-/// another.
+/// The height that most rows in sight have, 0 if there are none. Titles between them may have another.
 double rowHeight(const QQuickItem& list);
 
 } // namespace tessaly::benchmarks

@@ -9,8 +9,7 @@
 
 namespace tessaly::server {
 
-/// Name of the kept conversion of a dictionary: another one as soon as anything that goes into the file
-/// changes.
+/// Name of a dictionary's kept conversion: another as soon as anything that goes into the file changes.
 QString convertedName(const DictionaryRecord& record);
 
 /// Makes the dictionary file of a device (an SQLite database) from the dictd files and puts it at `path`,

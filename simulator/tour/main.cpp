@@ -1,6 +1,5 @@
 // Plays the whole journey on real parts, headless: the interface on the device's screen, used by real fingers
-// and keys, the dictionary server, the network agent and the installer as processes, files under a device
-// root.
+// and keys, with server, network agent and installer as processes, and files under a device root.
 
 #include "journey.h"
 #include "simulator/fixture/test_device.h"

@@ -74,8 +74,7 @@ sigset_t keptSignals() {
 
 class Keeper {
 public:
-    /// `restarts`: begins the work again after a power cut, instead of passing the cut on to the keeper
-    /// below.
+    /// `restarts`: begins the work again after a power cut, which the keeper below passes on instead.
     explicit Keeper(bool restarts)
         : m_restarts(restarts) {
         ::prctl(PR_SET_CHILD_SUBREAPER, 1);

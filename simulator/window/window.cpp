@@ -57,8 +57,7 @@ void quitOnEndSignals(QGuiApplication& application) {
         ::sigaction(number, &action, nullptr);
 }
 
-/// Saves a picture of the device's screen at its own size, and ends the application: with status 1 if that
-/// fails.
+/// Saves a picture of the device's screen at its own size and quits, with status 1 if it can't.
 void saveScreenshot(const QQuickWindow& window, const QString& file) {
     auto* const screen = window.findChild<QQuickItem*>(QStringLiteral("deviceScreen"));
     const QSharedPointer<QQuickItemGrabResult> result = screen->grabToImage(screen->size().toSize());

@@ -73,8 +73,7 @@ class ProcessesTest : public QObject {
 
     QProcess m_keeper; ///< the outer one
 
-    /// Marked processes: both keepers, the work, and two that it started, of which one is nobody's child any
-    /// more.
+    /// Marked processes: both keepers, the work, and two that it started, one of them an orphan by now.
     QList<pid_t> processes() const { return processesWith(m_mark); }
     pid_t work() const {
         QFile file(m_started);

@@ -9,8 +9,7 @@ namespace {
 bool isChild = false;
 }
 
-/// Asked by the leak checker when a process exits: a child that leaves in the middle has everything still in
-/// use.
+/// Asked by the leak checker when a process exits: a child that leaves in the middle still uses everything.
 extern "C" __attribute__((visibility("default"))) int
 __lsan_is_turned_off();      // NOLINT(bugprone-reserved-identifier)
 int __lsan_is_turned_off() { // NOLINT(bugprone-reserved-identifier)

@@ -10,6 +10,5 @@ struct ChildEnd {
     QString output;
 };
 
-/// For code that ends the process. The child leaves with status 0 if `work` returns. Fork before starting
-/// threads.
+/// For code that ends the process. Leaves with status 0 if `work` returns. Fork before threads start.
 ChildEnd runInChild(const std::function<void()>& work);

@@ -12,8 +12,7 @@ namespace tessaly::services {
 
 namespace {
 
-/// The language whose data are at this address: "pt_BR" for "http://HOST/.../pt_BR.zip". Fit to be a file
-/// name.
+/// The language whose data are at this address, fit to be a file name: "pt_BR" for "http://HOST/pt_BR.zip".
 std::optional<std::string> languageAt(const QString& url) {
     static const QRegularExpression form(
         QStringLiteral("\\A([a-z]{2,3}(?:_(?:[A-Z]{2}|[0-9]{3}))?)\\.zip\\z"));

@@ -2,8 +2,8 @@ import QtQuick
 import com.tessaly.controls
 import Tessaly.Simulator
 
-// What the dictionary says of a word, or why it says nothing. As high as its text needs, up to a maximum; then it turns
-// pages.
+// What the dictionary says of a word, or why it says nothing. As high as its text needs up to a maximum, from where on
+// it turns pages.
 FocusScope {
     id: panel
 

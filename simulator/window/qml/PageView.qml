@@ -2,8 +2,8 @@ import QtQuick
 import com.tessaly.controls
 import Tessaly.Simulator
 
-// A page of the text. A finger chooses a word, or turns the page at the margins and by a stroke; keys step from word to
-// word.
+// A page of the text. A finger chooses a word, or turns the page at the margins and by a stroke; with keys one steps
+// from word to word.
 FocusScope {
     id: view
 
