@@ -40,7 +40,7 @@ public:
     void setSummary(TsiInstallationSummary* summary);
     [[nodiscard]] QString url() const { return m_url; }
     void setUrl(const QString& url);
-    [[nodiscard]] bool isRunning() const { return m_transfer; }
+    [[nodiscard]] bool isRunning() const;
     [[nodiscard]] double progress() const;
     [[nodiscard]] bool canAbort() const;
 
@@ -61,12 +61,12 @@ Q_SIGNALS:
     void finished(bool success);
 
 private:
-    void follow(MorphologyTransfer* transfer);
+    void watch(MorphologyTransfer& transfer);
 
     QPointer<QObject> m_apiKeyProvider;
     QPointer<TsiInstallationSummary> m_summary;
     QString m_url;
-    MorphologyTransfer* m_transfer = nullptr; ///< while it runs
+    QPointer<MorphologyTransfer> m_transfer; ///< null only when the application is over
 };
 
 } // namespace tessaly::services

@@ -10,8 +10,7 @@ namespace tessaly::services {
 
 class MorphologyTransfer;
 
-/// What the transfers have in common that its services started or found running. It may go before or after
-/// the services. GUI thread.
+/// What the transfers that its services show have in common. It may go before or after them. GUI thread.
 class TESSALY_SERVICES_API TsiInstallationSummary : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -23,13 +22,13 @@ class TESSALY_SERVICES_API TsiInstallationSummary : public QObject {
 public:
     using QObject::QObject;
 
-    [[nodiscard]] int runningCount() const { return int(m_running.size()); }
+    [[nodiscard]] int runningCount() const;
     [[nodiscard]] bool canAbort() const;
 
     /// Aborts those that can be.
     Q_INVOKABLE void abortAll();
 
-    /// Counts a transfer from now to its end.
+    /// From now on it is counted whenever it runs.
     void add(MorphologyTransfer* transfer);
 
 Q_SIGNALS:
@@ -37,7 +36,7 @@ Q_SIGNALS:
     void canAbortChanged();
 
 private:
-    QList<MorphologyTransfer*> m_running;
+    QList<MorphologyTransfer*> m_transfers;
 };
 
 } // namespace tessaly::services
