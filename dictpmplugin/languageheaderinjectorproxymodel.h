@@ -91,26 +91,24 @@ Q_SIGNALS:
     void groupSortPropertyNameChanged(QString value);
 
 private:
-    /// Where a proxy row is; item -1 is the header.
+    /// Where a proxy row is, in the groups.
     struct Place {
         const std::pair<QString, Group>* group;
-        qsizetype item;
-        [[nodiscard]] QModelIndex sourceIndex() const {
-            return item < 0 ? QModelIndex() : group->second.indexes[item];
-        }
+        const QModelIndex* item; ///< null for the header
+        [[nodiscard]] QModelIndex sourceIndex() const { return item ? *item : QModelIndex(); }
     };
 
     void refresh();
     void handleDataChanged(const QAbstractItemModel* source, const QModelIndex& topLeft,
                            const QModelIndex& bottomRight, const QList<int>& roles);
-    [[nodiscard]] std::optional<Place> placeOf(int row) const;
-    void countRows();
+    /// Null for a row outside of the groups, and without a source: they may be those of a model that is gone.
+    [[nodiscard]] const Place* placeOf(int row, const QAbstractItemModel* source) const;
+    void placeRows();
 
     QString m_langPropertyName;
     QString m_groupSortPropertyName;
     Groups m_groups;
-    std::vector<int> m_headerRows = {
-        0}; ///< the proxy row of each group's header, then the number of all rows
+    std::vector<Place> m_places;         ///< of each proxy row
     std::vector<int> m_rowsOfSourceRows; ///< the proxy row of each source row, or -1
     int m_langRole = -1;
     int m_groupSortRole = -1;
