@@ -1,11 +1,11 @@
 #include <dictionaries/dictionary_file.h>
 
 #include <QString>
+#include <algorithm>
 #include <base/device_root.h>
 #include <charconv>
 #include <common_utilities/log_line.h>
 #include <filesystem>
-#include <map>
 #include <stdexcept>
 #include <utilities/locale.h>
 #include <utilities/url.h>
@@ -18,12 +18,11 @@ namespace {
 using vellum::DictionaryDatabase;
 using Rows = std::vector<DictionaryDatabase::Row>;
 
-/// The metadata texts by key; of a repeated key the first.
-std::map<std::string, std::string> textsFrom(const Rows& rows) {
-    std::map<std::string, std::string> texts;
-    for (const DictionaryDatabase::Row& row : rows)
-        texts.emplace(row[0], row[1]);
-    return texts;
+/// The metadata text of a key: the first if it is repeated, empty if it isn't there.
+std::string textOf(const Rows& rows, const char* key) {
+    const auto found = std::find_if(rows.begin(), rows.end(),
+                                    [key](const DictionaryDatabase::Row& row) { return row[0] == key; });
+    return found == rows.end() ? std::string() : (*found)[1];
 }
 
 boost::optional<utilities::Locale> languageFrom(const std::string& code) {
@@ -42,18 +41,20 @@ std::string foldedForm(const std::string& word) {
     return QString::fromStdString(word).normalized(QString::NormalizationForm_C).toCaseFolded().toStdString();
 }
 
-Metadata metadataFrom(std::map<std::string, std::string> texts) {
-    const std::string& thumbnail = texts["thumbnail"];
-    return {texts["title"],
-            languageFrom(texts["language_from"]),
-            languageFrom(texts["language_to"]),
-            texts["description"],
-            texts["category"],
-            texts["provider"],
-            texts["publish_date"],
-            texts["set"],
-            utilities::isWebUrl(thumbnail) ? thumbnail : std::string(),
-            numberFrom(texts["version"])};
+Metadata metadataFrom(const Rows& rows) {
+    std::string thumbnail = textOf(rows, "thumbnail");
+    if (!utilities::isWebUrl(thumbnail))
+        thumbnail.clear();
+    return {textOf(rows, "title"),
+            languageFrom(textOf(rows, "language_from")),
+            languageFrom(textOf(rows, "language_to")),
+            textOf(rows, "description"),
+            textOf(rows, "category"),
+            textOf(rows, "provider"),
+            textOf(rows, "publish_date"),
+            textOf(rows, "set"),
+            std::move(thumbnail),
+            numberFrom(textOf(rows, "version"))};
 }
 
 } // namespace
@@ -78,12 +79,12 @@ Either<Error, DictionaryFile> open(const std::string& path) {
         DictionaryFile file;
         file.m_database = std::make_shared<DictionaryDatabase>(base::hostPath(path));
         if (!file.m_database->metadata().empty()) {
-            file.m_metadata = metadataFrom(textsFrom(file.m_database->metadata()));
+            file.m_metadata = metadataFrom(file.m_database->metadata());
             const bool hasLanguages = file.m_metadata->languageFrom && file.m_metadata->languageTo;
             if (!hasLanguages && file.m_metadata->category.empty()) // nothing else tells it from others
                 file.m_metadata->category = std::filesystem::path(path).stem().string();
         }
-        return Right<DictionaryFile>(file);
+        return Right<DictionaryFile>(std::move(file));
     } catch (const std::runtime_error& error) {
         return Left<Error>({{{path, -1, error.what()}}});
     }

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <ctime>
 #include <filesystem>
+#include <initializer_list>
 #include <sqlite3.h>
 #include <stdexcept>
 
@@ -81,17 +82,23 @@ DictionaryDatabase::DictionaryDatabase(const std::string& hostPath)
     connection.deadline = processorSeconds() + mostSeconds;
     sqlite3_progress_handler(handle, stepsAtOnce, Connection::isLate, &connection);
 
-    // What the schema's rows say of themselves can be forged; these pragmas say what SQLite takes them for. A
-    // generated column would compute within a single step, which no bound sees.
-    const auto isPlainTable = [this](const std::string& name) {
-        const std::vector<Row> tables = run("PRAGMA main.table_list(" + name + ")");
+    // What the schema's rows say of themselves can be forged; here SQLite says what it takes them for. It
+    // knows no column of a view, and no virtual table without its module. A generated column would compute
+    // within a single step, which no bound sees.
+    sqlite3_drop_modules(handle, nullptr);
+    const auto isPlainTable = [&](const std::string& name, std::initializer_list<const char*> needed) {
+        const auto isThere = [&](const char* column) {
+            return sqlite3_table_column_metadata(handle, "main", name.c_str(), column, nullptr, nullptr,
+                                                 nullptr, nullptr, nullptr) == SQLITE_OK;
+        };
+        if (!std::all_of(needed.begin(), needed.end(), isThere))
+            return false;
         const std::vector<Row> columns = run("PRAGMA main.table_xinfo(" + name + ")");
-        return tables.size() == 1 && tables[0].at(2) == "table" &&
-               std::all_of(columns.begin(), columns.end(), [](const Row& row) { return row.at(6) == "0"; });
+        return std::all_of(columns.begin(), columns.end(), [](const Row& row) { return row.at(6) == "0"; });
     };
-    if (!isPlainTable("metadata") || !isPlainTable("entries"))
+    if (!isPlainTable("metadata", {"key", "value"}) ||
+        !isPlainTable("entries", {"headword", "definition", "folded"}))
         connection.fail("not a dictionary");
-    static_cast<void>(run("SELECT headword, definition, folded FROM entries LIMIT 1"));
     // Whatever the keys are: picking them out in the statement takes longer than all the rest of opening.
     m_metadata = run("SELECT key, value FROM metadata LIMIT 1000");
 }
@@ -116,11 +123,13 @@ std::vector<DictionaryDatabase::Row> DictionaryDatabase::run(const std::string& 
                                                   SQLITE_UTF8) == SQLITE_OK);
 
     std::vector<Row> rows;
+    const int columns = sqlite3_column_count(prepared);
     std::size_t length = 0;
     int state = sqlite3_step(prepared);
     for (; state == SQLITE_ROW; state = sqlite3_step(prepared)) {
         Row row;
-        for (int i = 0; i < sqlite3_column_count(prepared); ++i) {
+        row.reserve(std::size_t(columns));
+        for (int i = 0; i < columns; ++i) {
             row.push_back(column(prepared, i));
             length += row.back().size();
         }
