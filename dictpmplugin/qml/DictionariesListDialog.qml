@@ -230,6 +230,7 @@ DialogContainer {
                         }
                         onInfoClicked: wrapper.infoClicked(sourceIndex)
                         onToggleSelectionClicked: DictionariesListModel.toggleSelected(sourceIndex)
+                        ListView.onReused: selectedToDownload = Qt.binding(() => model.selectedToDownload ?? false)
 
                         Loader {
                             active: DebugInfo.debugEnabled
@@ -327,8 +328,7 @@ DialogContainer {
                 }
             }
 
-            FocusElement {
-            }
+            FocusElement {}
         }
         TsiInstallationSummary {
             id: morphInstallationSummary

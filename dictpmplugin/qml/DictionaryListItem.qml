@@ -47,6 +47,14 @@ FocusScope {
     }
 
     onListXChanged: abortPress() // the list is pushed aside
+    // It will be another dictionary's row: whoever is pressed lets go.
+    ListView.onPooled: {
+        abortPress()
+        row_keys.drop()
+        info_keys.drop()
+        visible = false
+    }
+    ListView.onReused: visible = true
 
     focus: true
     implicitHeight: Math.max(Math.round(info_column.height), GlobalValues.listElementHeight)

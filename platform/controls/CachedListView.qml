@@ -1,7 +1,8 @@
 import QtQuick
 import com.tessaly.controls.device
 
-// A list that keeps no row for reuse: rows write to properties of their own that are bound to the model.
+// A list that uses a row again for another one when it is out of sight. A row that writes to a property of its own that is
+// bound to the model binds it again then (ListView.onReused).
 ListView {
     id: list
 
@@ -26,7 +27,7 @@ ListView {
         return Global.moveFlickable(list, contentY + height)
     }
 
-    reuseItems: false
+    reuseItems: true
     // The next page is made while one looks at this one.
     cacheBuffer: listBehaviour.resetting ? 0 : Math.max(0, height)
     keyNavigationEnabled: false

@@ -97,12 +97,16 @@ Item {
             createTemporaryObject(listComponent, scene)
             enterDownloadMode()
             const rows = () => listView().contentItem.children.length
+            const shown = () => Array.from(listView().contentItem.children).filter(row => row.visible && row.sourceIndex >= 0)
             listView().forceActiveFocus()
             let pages = 1
             for (let y = -1; listView().contentY > y && pages < 100; ++pages) {
                 y = listView().contentY
                 keyClick(Qt.Key_PageDown)
                 verify(rows() < 40, rows())
+                shown()[pages % 3].toggleSelection() // from now on no longer bound to the model
+                for (const row of shown())
+                    compare(row.selectedToDownload, DictionariesListModel.isSelected(row.sourceIndex), row.title)
             }
             verify(pages > 20 && listView().atYEnd)
             keyClick(Qt.Key_PageUp)
