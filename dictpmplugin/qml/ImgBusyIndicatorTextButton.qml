@@ -183,20 +183,26 @@ Rectangle {
         }
     }
 
-    BitmapTextButton {
+    // Only devices with keys have one: a button takes long to make.
+    // qmllint disable unqualified
+    Loader {
         id: long_press_hint
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Math.round(1.5 * GlobalValues.focusFrameThickness) // reaches into the caption's line
-        padding: 0
-        visible: inner.height > 0 && wrapper.enabled && wrapper.showLongPressText
-        interactive: false
-        image: "desktop_arrow_down_joystick"
-        text: qsTr("@LongPress")
-        textColor: caption.color
-        font.italic: true
-        font.pointSize: GlobalValues.fontUserCommentPointSize
+        active: inner.height > 0 && wrapper.enabled && wrapper.showLongPressText
+        visible: active
+        sourceComponent: BitmapTextButton {
+            padding: 0
+            interactive: false
+            image: "desktop_arrow_down_joystick"
+            text: qsTr("@LongPress")
+            textColor: caption.color
+            font.italic: true
+            font.pointSize: GlobalValues.fontUserCommentPointSize
+        }
     }
+    // qmllint enable unqualified
 
     MouseArea {
         anchors.fill: parent

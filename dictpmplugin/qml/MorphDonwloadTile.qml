@@ -62,32 +62,39 @@ Item {
                     root.forceActiveFocus()
             }
         }
-        InstallationProgressBar {
+        // Most tiles never show what follows, and most lists make many tiles.
+        Loader {
             id: progress_bar
             Layout.fillWidth: true
-            visible: installationService.running
-            title: Fmt.sprintfTr('@InstallingMorphology', [ root.langTitle ])
-            progress.value: installationService.progress
-            progress.maxValue: 1.0
-            rightMargin: Global.pixelsFromDesign(19.5)
-            leftItem: Item {
-                width: root.iconSquare
-                height: width
+            active: installationService.running
+            visible: active
+            sourceComponent: InstallationProgressBar {
+                title: Fmt.sprintfTr('@InstallingMorphology', [ root.langTitle ])
+                progress.value: installationService.progress
+                progress.maxValue: 1.0
+                rightMargin: Global.pixelsFromDesign(19.5)
+                leftItem: Item {
+                    width: root.iconSquare
+                    height: width
 
-                BusyIndicator {
-                    anchors.centerIn: parent
+                    BusyIndicator {
+                        anchors.centerIn: parent
+                    }
                 }
             }
         }
-        BitmapTextButton {
+        Loader {
             id: success_text
             Layout.fillWidth: true
-            visible: root.isInstalled && !installationService.running
-            interactive: false
-            image: 'done'
-            leftPadding: root.iconMargin
-            spacing: root.iconMargin
-            text: Fmt.sprintfTr('@MorphologyHasBeenInstalled', [ root.langTitle ])
+            active: root.isInstalled && !installationService.running
+            visible: active
+            sourceComponent: BitmapTextButton {
+                interactive: false
+                image: 'done'
+                leftPadding: root.iconMargin
+                spacing: root.iconMargin
+                text: Fmt.sprintfTr('@MorphologyHasBeenInstalled', [ root.langTitle ])
+            }
         }
         // qmllint enable
     }
@@ -98,11 +105,13 @@ Item {
         color: GlobalValues.defaultSolidseparatorColor
         thickness: GlobalValues.defaultSolidSeparatorThickness
     }
-    StyledText {
+    Loader {
         anchors.right: parent.right
-        visible: DebugInfo.debugEnabled
-        font.pointSize: 4
-        text: root.langIso + ' ' + (root.isInstalled ? 'installed' : 'not installed')
+        active: DebugInfo.debugEnabled
+        sourceComponent: StyledText {
+            font.pointSize: 4
+            text: root.langIso + ' ' + (root.isInstalled ? 'installed' : 'not installed') // qmllint disable unqualified
+        }
     }
     FocusElement {
     }

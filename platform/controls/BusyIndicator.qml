@@ -24,7 +24,7 @@ T.BusyIndicator {
         Accessible.name: qsTr("@Busy")
 
         Repeater {
-            model: 8
+            model: control.visible ? 8 : 0
 
             Rectangle {
                 required property int index

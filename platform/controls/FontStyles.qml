@@ -19,8 +19,11 @@ QtObject {
         size => DeviceInfoProvider.pointSize(size * DeviceInfoProvider.dpi / 72))
     readonly property var bold: [false, true, false, false, true, true]
 
-    // Pixels of the tallest line.
-    readonly property real tallestLine: Math.ceil(metrics.height)
+    // Pixels of the tallest line. Worked out when it is wanted: each font takes long to load.
+    function tallestLine(): real {
+        return Math.ceil(metrics.height)
+    }
+
     readonly property FontMetrics metrics: FontMetrics {
         font.family: styles.family
         font.pointSize: styles.pointSizes[FontStyles.Heading2]

@@ -145,7 +145,7 @@ QtObject {
     // the next page.
     function pageOf(flickable): real {
         return Math.max(flickable.height / 2,
-                        flickable.height - GlobalValues.scrollListButtonsHeight - FontStyles.tallestLine)
+                        flickable.height - GlobalValues.scrollListButtonsHeight - FontStyles.tallestLine())
     }
 
     function scrollFlickableBegin(flickable): bool {

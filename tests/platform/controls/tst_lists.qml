@@ -141,7 +141,7 @@ Item {
                 }
             }
             // What the buttons at the lower edge cover, and a line that is cut there, is on the next page.
-            const page = 400 - GlobalValues.scrollListButtonsHeight - FontStyles.tallestLine
+            const page = 400 - GlobalValues.scrollListButtonsHeight - FontStyles.tallestLine()
             for (const end of [500, 0]) {
                 view.contentHeight = end ? 400 + end : 300
                 go(Global.scrollFlickablePageDown, [Math.min(page, end), end, end])
