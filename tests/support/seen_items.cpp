@@ -22,18 +22,6 @@ QList<QQuickItem*> inPaintOrder(const QQuickItem& item) {
     return children;
 }
 
-QList<QQuickItem*> visibleItems(const QQuickItem& item) {
-    QList<QQuickItem*> found;
-    for (QQuickItem* const child : inPaintOrder(item)) {
-        if (!child->isVisible() || child->opacity() <= 0)
-            continue;
-        if (child->width() > 0 && child->height() > 0)
-            found << child;
-        found << visibleItems(*child);
-    }
-    return found;
-}
-
 } // namespace
 
 QString textOf(const QQuickItem& item) {
@@ -45,9 +33,20 @@ QPointF centreOf(const QQuickItem& item) {
     return item.mapToScene(QPointF(item.width() / 2, item.height() / 2));
 }
 
+QList<QQuickItem*> visibleItems(const QQuickItem& item) {
+    QList<QQuickItem*> found;
+    for (QQuickItem* const child : inPaintOrder(item)) {
+        if (child->isVisible() && child->opacity() > 0)
+            found << child << visibleItems(*child);
+    }
+    return found;
+}
+
 QList<QQuickItem*> seenItems(const QQuickItem& item) {
     QList<QQuickItem*> items = visibleItems(item);
-    items.removeIf([](const QQuickItem* each) { return !isSeenAt(*each, centreOf(*each)); });
+    items.removeIf([](const QQuickItem* each) {
+        return each->width() <= 0 || each->height() <= 0 || !isSeenAt(*each, centreOf(*each));
+    });
     return items;
 }
 

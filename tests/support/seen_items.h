@@ -11,8 +11,9 @@ QString textOf(const QQuickItem& item);
 /// In the window.
 QPointF centreOf(const QQuickItem& item);
 
-/// What is to be seen in `item`, with its middle at least, as it is painted: what lies over something else
-/// comes later.
+/// What is visible in `item`, wherever it lies, as it is painted: what lies over something else comes later.
+QList<QQuickItem*> visibleItems(const QQuickItem& item);
+/// Those of them of which at least the middle is to be seen.
 QList<QQuickItem*> seenItems(const QQuickItem& item);
 /// Of those whose text fits the front one, a button if there is one; null if there is none.
 QQuickItem* findSeen(const QQuickItem& in,

@@ -58,22 +58,6 @@ ControlsTest {
         DictionariesListModel.reset()
     }
 
-    // The foremost item to be seen that matches.
-    function front(matches, within) {
-        const items = (within ?? scene.parent).children
-        for (let i = items.length - 1; i >= 0; --i) {
-            const found = !items[i].visible ? null : front(matches, items[i]) ?? (matches(items[i]) ? items[i] : null)
-            if (found)
-                return found
-        }
-        return null
-    }
-
-    function labelled(text) {
-        return front(item => [item.text, item.title].some(
-            label => typeof label === "string" && label.toUpperCase() === text.toUpperCase()))
-    }
-
     function shows(text) {
         return labelled(text) !== null
     }

@@ -27,15 +27,15 @@ TestCase {
         tryCompare(DeviceInfoProvider, "language", code)
     }
 
-    // The first item inside that is to be seen and matches.
-    function find(item, matches) {
-        for (let i = 0; i < item.children.length; ++i) {
-            const child = item.children[i]
-            const found = !child.visible ? null : matches(child) ? child : find(child, matches)
-            if (found)
-                return found
-        }
-        return null
+    // The front item that is visible, within another or at all, and matches.
+    function front(matches, within) {
+        return switches.find(within ?? Window.contentItem, matches)
+    }
+
+    // With this text or title, whatever its case.
+    function labelled(text, within) {
+        return front(item => [item.text, item.title].some(
+            label => typeof label === "string" && label.toUpperCase() === text.toUpperCase()), within)
     }
 
     function press(keys) {

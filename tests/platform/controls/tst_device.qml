@@ -25,34 +25,13 @@ Item {
             compare(qsTr("@NobodyKnows"), "@NobodyKnows")
         }
 
-        function test_plural() {
-            const numbers = [0, 1, 2, 5, 11, 21, 22]
-            // Which number each of them is like.
-            const likes = { en: [0, 1, 0, 0, 0, 0, 0], fr: [0, 0, 2, 2, 2, 2, 2], ru: [0, 1, 2, 0, 0, 1, 2] }
-            for (const code in likes) {
-                useLanguage(code)
-                const texts = numbers.map(n => qsTr("@DictionariesHaveBeenDownloaded", "", n))
-                compare(texts.map(text => numbers[texts.indexOf(text)]), likes[code])
-                verify(texts[3].arg(5).includes("5"))
-            }
-        }
-
-        function test_formatted_data() {
-            return [
-                { tag: "filled in", args: ["German"], text: "Download German morphology" },
-                { tag: "undefined", args: [undefined], text: "Download morphology" },
-                { tag: "null", args: [null], text: "Download morphology" },
-                { tag: "missing", args: [], text: "Download morphology" },
-                { tag: "a number", args: [7], text: "Download 7 morphology" },
-                { tag: "one too many", args: ["a", "b"], text: "Download a morphology" },
-                { tag: "like a placeholder", args: ["%s"], text: "Download %s morphology" },
-                { tag: "at the end", language: "fr", args: [undefined], text: "Télécharger la morphologie" },
-            ]
-        }
-
-        function test_formatted(data) {
-            useLanguage(data.language ?? "en")
-            compare(Fmt.sprintfTr("@DownloadMorphology", data.args), data.text)
+        function test_formatted() {
+            const key = "@DownloadMorphology"
+            for (const [args, text] of [[["German"], "Download German morphology"], [[undefined], "Download morphology"],
+                                        [[], "Download morphology"], [["%s", "b"], "Download %s morphology"]])
+                compare(Fmt.sprintfTr(key, args), text)
+            useLanguage("fr")
+            compare(Fmt.sprintfTr(key, [undefined]), "Télécharger la morphologie")
         }
 
         function test_lengths() {

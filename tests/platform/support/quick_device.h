@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCoreApplication>
+#include <QJSEngine>
 #include <QKeyEvent>
 #include <QQmlContext>
 #include <QQmlEngine>
@@ -8,6 +9,7 @@
 #include <QQuickWindow>
 #include <QTest>
 #include <platform/vellum/testing.h>
+#include <tests/support/seen_items.h>
 #include <vellum/device_state.h>
 
 namespace tessaly::tests {
@@ -31,6 +33,18 @@ public:
     Q_INVOKABLE static void repeatKey(QQuickItem* anyItem, int key) {
         QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, {}, true);
         QCoreApplication::sendEvent(anyItem->window(), &event);
+    }
+
+    /// The front one of what is visible in `item` for which `matches` returns true, or null. Not as a
+    /// pointer: the engine would take it for its own.
+    Q_INVOKABLE [[nodiscard]] QJSValue find(const QQuickItem* item, QJSValue matches) const {
+        const QList<QQuickItem*> visible = visibleItems(*item);
+        for (auto each = visible.rbegin(); each != visible.rend(); ++each) {
+            const QJSValue value = qjsEngine(this)->toScriptValue<QObject*>(*each);
+            if (matches.call({value}).strictlyEquals(true))
+                return value;
+        }
+        return QJSValue::NullValue;
     }
 
     /// Makes the built modules and, as `device`, this object known to an engine.
