@@ -1,15 +1,15 @@
 #include "package_builder.h"
 
+#include "support/zip_writer.h"
+
 #include <tests/support/files.h>
 
+#include <QBuffer>
 #include <QCryptographicHash>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
 #include <QtEndian>
-#include <archive.h>
-#include <archive_entry.h>
-#include <memory>
 #include <sqlite3.h>
 #include <stdexcept>
 
@@ -17,28 +17,14 @@ namespace tessaly::tests {
 
 namespace {
 
-void require(bool success, const char* what) {
-    if (!success)
-        throw std::runtime_error(what);
-}
-
-void pack(archive* handle, const PackageBuilder::Entry& entry) {
-    const std::unique_ptr<archive_entry, void (*)(archive_entry*)> header(archive_entry_new(),
-                                                                          archive_entry_free);
-    archive_entry_set_pathname_utf8(header.get(), entry.name.toUtf8().constData());
-    archive_entry_set_mode(header.get(), unsigned(entry.kind) | 0644);
-    if (entry.kind == PackageBuilder::Kind::File)
-        archive_entry_set_size(header.get(), entry.content.size());
-    if (entry.kind == PackageBuilder::Kind::Link)
-        archive_entry_set_symlink_utf8(header.get(), entry.content.constData());
-    require(archive_write_header(handle, header.get()) == ARCHIVE_OK, "can not pack an entry");
-    if (entry.kind == PackageBuilder::Kind::File)
-        archive_write_data(handle, entry.content.constData(), std::size_t(entry.content.size()));
-}
-
-la_ssize_t append(archive*, void* target, const void* bytes, std::size_t count) {
-    static_cast<QByteArray*>(target)->append(static_cast<const char*>(bytes), qsizetype(count));
-    return la_ssize_t(count);
+void pack(server::ZipWriter& zip, const QString& name, QByteArray content) {
+    QBuffer source(&content);
+    QBuffer packed;
+    source.open(QIODevice::ReadOnly);
+    packed.open(QIODevice::ReadWrite);
+    const server::Compressed compressed = server::compress(source, packed);
+    packed.seek(0);
+    zip.addCompressed(name, compressed, packed);
 }
 
 QByteArray littleEndian(quint32 number) {
@@ -56,7 +42,8 @@ QByteArray makeDatabase(const QByteArray& sql) {
     sqlite3_open(path.toUtf8().constData(), &handle);
     const int result = sqlite3_exec(handle, sql.constData(), nullptr, nullptr, nullptr);
     sqlite3_close(handle);
-    require(result == SQLITE_OK, "can not make a database");
+    if (result != SQLITE_OK)
+        throw std::runtime_error("can not make a database");
     return readFile(path);
 }
 
@@ -96,20 +83,19 @@ void PackageBuilder::relist(const QString& key, const QJsonValue& value) {
 }
 
 QByteArray PackageBuilder::build() const {
+    if (bytes)
+        return *bytes;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("package"));
+    server::ZipWriter zip(path);
     const QJsonObject object{{QStringLiteral("package_id"), 7}, {QStringLiteral("files"), listed}};
     const QByteArray text = manifest.value_or(QJsonDocument(object).toJson());
-
-    QByteArray package;
-    const std::unique_ptr<archive, int (*)(archive*)> handle(archive_write_new(), archive_write_free);
-    archive_write_set_format_zip(handle.get());
-    archive_write_set_format_option(handle.get(), "zip", "hdrcharset", "UTF-8");
-    archive_write_set_bytes_in_last_block(handle.get(), 1);
-    archive_write_open(handle.get(), &package, nullptr, append, nullptr);
     if (!text.isNull())
-        pack(handle.get(), {QStringLiteral("manifest.json"), text});
-    for (const Entry& entry : entries)
-        pack(handle.get(), entry);
-    require(archive_write_close(handle.get()) == ARCHIVE_OK, "can not close the package");
+        pack(zip, QStringLiteral("manifest.json"), text);
+    for (const auto& [name, content, isLink] : entries)
+        isLink ? zip.addSymlink(name, QString::fromUtf8(content)) : pack(zip, name, content);
+    zip.commit();
+    QByteArray package = readFile(path);
     if (bombSize > 0)
         package.replace(littleEndian(bombSize), littleEndian(1000));
     return package;

@@ -6,7 +6,6 @@
 #include <QString>
 #include <functional>
 #include <optional>
-#include <sys/stat.h>
 
 namespace tessaly::tests {
 
@@ -18,17 +17,17 @@ QByteArray makeDatabase(const QByteArray& sql);
 
 /// A package in the making. A good one unless its parts are changed by hand before it is written.
 struct PackageBuilder {
-    enum class Kind : unsigned { File = S_IFREG, Link = S_IFLNK, Folder = S_IFDIR };
     struct Entry {
-        QString name;
+        QString name;       ///< ends with a slash if it is a folder
         QByteArray content; ///< of a link, where it leads
-        Kind kind = Kind::File;
+        bool isLink = false;
     };
 
     QList<Entry> entries;               ///< in the archive's order, the manifest apart
     QJsonArray listed;                  ///< the manifest's "files"
     quint32 bombSize = 0;               ///< this number reads 1000 wherever the archive says it
     std::optional<QByteArray> manifest; ///< instead of one made from `listed`; a null array leaves it out
+    std::optional<QByteArray> bytes;    ///< instead of all that
 
     /// Packs a file and lists it.
     void add(const QString& name, const QByteArray& content);
@@ -37,7 +36,7 @@ struct PackageBuilder {
     /// Changes one field of the last listed file.
     void relist(const QString& key, const QJsonValue& value);
 
-    /// The package's bytes. Throws std::runtime_error.
+    /// The package's bytes.
     [[nodiscard]] QByteArray build() const;
     void write(const QString& hostPath) const;
 };

@@ -11,7 +11,6 @@
 
 using namespace tessaly::tests;
 using tessaly::installer::Code;
-using Kind = PackageBuilder::Kind;
 /// Spoils a good package.
 using Spoil = std::function<void(PackageBuilder&)>;
 
@@ -33,7 +32,7 @@ PackageBuilder goodPackage() {
 
 } // namespace
 
-class TestInstallerPackages : public QObject {
+class InstallerPackagesTest : public QObject {
     Q_OBJECT
 
     std::optional<InstallerDevice> m_device;
@@ -55,21 +54,6 @@ private Q_SLOTS:
     void init() { m_device.emplace(); }
     void cleanup() { m_device.reset(); }
 
-    void refusesBytes_data() {
-        QTest::addColumn<QByteArray>("bytes");
-        const QByteArray good = goodPackage().build();
-        QTest::newRow("no zip") << QByteArray(5000, 'x');
-        QTest::newRow("empty") << QByteArray();
-        QTest::newRow("cut short") << good.chopped(30);
-        QTest::newRow("half") << good.left(2000);
-        QTest::newRow("damaged") << QByteArray(good).replace(good.size() / 2, 8, QByteArray(8, '\xFF'));
-    }
-    void refusesBytes() {
-        QFETCH(const QByteArray, bytes);
-        writeFile(m_device->packagePath(), bytes);
-        compareUnchanged(Code::NotAPackage);
-    }
-
     void refusesPackage_data() {
         QTest::addColumn<Spoil>("spoil");
         QTest::addColumn<Code>("code");
@@ -77,6 +61,13 @@ private Q_SLOTS:
             QTest::newRow(qPrintable(name)) << spoil << code;
         };
 
+        row(u"no zip"_qs, Code::NotAPackage, [](auto& package) { package.bytes = QByteArray(5000, 'x'); });
+        row(u"empty"_qs, Code::NotAPackage, [](auto& package) { package.bytes = QByteArray(); });
+        const QByteArray good = goodPackage().build();
+        for (const QByteArray& bytes : {good.chopped(30), good.left(2000),
+                                        QByteArray(good).replace(good.size() / 2, 8, QByteArray(8, '\xFF'))})
+            row(u"%1 bytes"_qs.arg(bytes.size()), Code::NotAPackage,
+                [bytes](auto& package) { package.bytes = bytes; });
         row(u"no manifest"_qs, Code::NoManifest, [](auto& package) { package.manifest = QByteArray(); });
         for (const QByteArray& json : {QByteArray(2 << 20, ' '), QByteArray("{"), QByteArray("[1]"),
                                        QByteArray(R"({"package_id": 1, "files": []})"),
@@ -112,34 +103,30 @@ private Q_SLOTS:
             row(u"entry "_qs + name, Code::BadEntry, [name](auto& package) {
                 package.entries.append({name, "x"});
             });
-        row(u"folder"_qs, Code::BadEntry, [](auto& package) {
-            package.entries.append({u"folder"_qs, {}, Kind::Folder});
-        });
+        row(u"folder"_qs, Code::BadEntry, [](auto& package) { package.entries.append({u"folder/"_qs, {}}); });
         row(u"link"_qs, Code::BadEntry, [](auto& package) {
-            package.entries.last() = {package.entries.last().name, "/etc/passwd", Kind::Link};
+            package.entries.last() = {package.entries.last().name, "/etc/passwd", true};
         });
         row(u"missing"_qs, Code::MissingFile, [](auto& package) { package.entries.removeLast(); });
         for (const int size : {100, 1'000'000})
             row(u"listed %1"_qs.arg(size), Code::WrongSize,
                 [size](auto& package) { package.relist(u"size"_qs, size); });
         row(u"bomb"_qs, Code::WrongSize, [](auto& package) { package.addBomb(50'000'003); });
+        row(u"full disk"_qs, Code::StagingFailed,
+            [](auto& package) { package.add(u"large.tsdict"_qs, QByteArray(6'000'000, 'x')); });
         row(u"checksum"_qs, Code::WrongChecksum,
             [](auto& package) { package.relist(u"sha256"_qs, QString(64, u'0')); });
 
-        const QByteArray metadata = "CREATE TABLE metadata (key, value);";
-        const std::pair<const char*, QByteArray> files[] = {
-            {"no database", QByteArray(10'000, 'x')},
-            {"empty file", ""},
-            {"cut database", dictionary(2000).left(5000)},
-            {"no entries", makeDatabase(metadata)},
-            {"virtual table",
-             makeDatabase(metadata + "CREATE VIRTUAL TABLE entries USING fts5(headword, definition)")},
-            {"endless view",
-             makeDatabase(metadata + "CREATE VIEW entries AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL "
-                                     "SELECT i + 1 FROM n) SELECT i AS headword FROM n WHERE i < 0")},
+        const std::pair<QString, QByteArray> files[] = {
+            {u"no database"_qs, QByteArray(10'000, 'x')},
+            {u"cut database"_qs, dictionary(2000).left(5000)},
+            {u"endless view"_qs,
+             makeDatabase("CREATE TABLE metadata (key, value);"
+                          "CREATE VIEW entries AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL "
+                          "SELECT i + 1 FROM n) SELECT i AS headword FROM n WHERE i < 0")},
         };
         for (const auto& [name, content] : files)
-            row(QString::fromLatin1(name), Code::NotADictionary,
+            row(name, Code::NotADictionary,
                 [content = content](auto& package) { package.add(u"new.tsdict"_qs, content); });
     }
     void refusesPackage() {
@@ -201,5 +188,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(TestInstallerPackages)
-#include "tst_installer_packages.moc"
+QTEST_GUILESS_MAIN(InstallerPackagesTest)
+#include "installer_packages_test.moc"

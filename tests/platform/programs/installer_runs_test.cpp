@@ -1,14 +1,13 @@
+#include "../support/killing.h"
 #include "installer_device.h"
 #include "package_builder.h"
 
 #include <failure.h>
 
 #include <QElapsedTimer>
-#include <QRandomGenerator>
 #include <QTest>
 #include <optional>
 #include <sys/stat.h>
-#include <unistd.h>
 
 using namespace tessaly::tests;
 using tessaly::installer::Code;
@@ -36,7 +35,7 @@ quint64 fileSystemOf(const QString& path) {
 
 } // namespace
 
-class TestInstallerRuns : public QObject {
+class InstallerRunsTest : public QObject {
     Q_OBJECT
 
     std::optional<InstallerDevice> m_device;
@@ -79,45 +78,18 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         installAll(older);
-        const int duration = int(timer.nsecsElapsed() / 1000) + 1;
-
+        const qint64 duration = timer.nsecsElapsed();
         newer.write(m_device->packagePath());
-        int killed = 0;
-        for (int i = 0; i < 200 && killed < 20; ++i) {
-            QProcess process;
-            m_device->start(process);
-            ::usleep(unsigned(QRandomGenerator::global()->bounded(duration)));
-            process.kill();
-            process.waitForFinished(-1);
-            killed += process.exitStatus() == QProcess::CrashExit ? 1 : 0;
+        const auto check = [&] {
             for (int number = 0; number < 6; ++number) {
                 const QByteArray content = readFile(m_device->dictionary(fileName(number)));
                 QVERIFY(content == older.entries[number].content || content == newer.entries[number].content);
             }
             QVERIFY(m_device->status().code == int(Code::NotFinished) || m_device->status().progress == 100);
-        }
-        QCOMPARE(killed, 20);
+        };
+        const auto start = [&](QProcess& process) { m_device->start(process); };
+        QCOMPARE(killAtAnyMoment(20, duration, start, check), 20);
         installAll(newer);
-    }
-
-    void statusIsAlwaysWhole() {
-        bigPackage(QStringLiteral("text")).write(m_device->packagePath());
-        QCOMPARE(m_device->run(QStringLiteral("/none.tsi")), 1); // there is a result to be overwritten
-        QProcess process;
-        m_device->start(process);
-        int last = 0;
-        bool hasBegun = false;
-        while (!process.waitForFinished(0)) {
-            const Status status = m_device->status();
-            hasBegun = hasBegun || status.code == int(Code::NotFinished);
-            if (!hasBegun)
-                continue;
-            QVERIFY(status.progress >= last);
-            QCOMPARE(status.code, int(status.progress == 100 ? Code::Installed : Code::NotFinished));
-            last = status.progress;
-        }
-        QVERIFY(hasBegun);
-        QCOMPARE(m_device->status().progress, 100);
     }
 
     void twoAtOnce() {
@@ -133,39 +105,7 @@ private Q_SLOTS:
         QCOMPARE(m_device->status().code, int(Code::PackageUnreadable));
         installAll(package);
     }
-
-    void fullDisk_data() {
-        QTest::addColumn<bool>("isBomb");
-        QTest::addColumn<int>("code");
-        QTest::newRow("too big") << false << int(Code::NoSpace);
-        QTest::newRow("bomb stops at its listed size") << true << int(Code::WrongSize);
-    }
-    /// The disk turns out to be full only while it is written to.
-    void fullDisk() {
-        QFETCH(const bool, isBomb);
-        QFETCH(const int, code);
-        PackageBuilder package;
-        if (isBomb)
-            package.addBomb(50'000'003);
-        else
-            package = bigPackage(QStringLiteral("text"));
-        package.write(m_device->packagePath());
-        const QString script =
-            QStringLiteral("mount -t tmpfs -o size=1m none '%1' && mkdir '%1/tspk' && "
-                           "echo secure_free_bytes=1000000000 >> '%2' && echo mounted && '%3' "
-                           "-package_name /dicts_1.tsi")
-                .arg(m_device->path("/mnt/secure"), m_device->path("/var/device_state.cfg"),
-                     m_device->path("/ebrmain/bin/dictpackageinstaller.app"));
-        QProcess process;
-        process.start(QStringLiteral("unshare"),
-                      {QStringLiteral("-Urm"), QStringLiteral("sh"), QStringLiteral("-c"), script});
-        process.waitForFinished(-1);
-        if (!process.readAllStandardOutput().contains("mounted"))
-            QSKIP("may not mount here");
-        QCOMPARE(process.exitCode(), 1);
-        QCOMPARE(m_device->status().code, code);
-    }
 };
 
-QTEST_GUILESS_MAIN(TestInstallerRuns)
-#include "tst_installer_runs.moc"
+QTEST_GUILESS_MAIN(InstallerRunsTest)
+#include "installer_runs_test.moc"
