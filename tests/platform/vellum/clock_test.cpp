@@ -12,12 +12,6 @@ class ClockTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup() {
-        vellum::clock::setSpeed(1);
-        vellum::testing::resume();
-        vellum::testing::takeSleeps();
-    }
-
     void armingANameAgainReplacesItsTimer() {
         Calls first;
         Calls second;
@@ -31,35 +25,11 @@ private Q_SLOTS:
         QVERIFY(first.count == 0 && second.count == 1 && other.count == 1);
     }
 
-    void aTimerMayArmItself() {
-        struct Chain {
-            static void next(void* chain) {
-                if (++static_cast<Chain*>(chain)->count < 5)
-                    SetHardTimerEx("chain", next, chain, 1);
-            }
-            int count = 0;
-        } chain;
-        SetHardTimerEx("chain", Chain::next, &chain, 1);
-        QTRY_COMPARE(chain.count, 5);
-    }
-
     void firesOnTheApplicationsThread() {
         Calls calls;
         std::async(std::launch::async, [&] { SetHardTimerEx("worker", Calls::add, &calls, 1); }).get();
         QTRY_COMPARE(calls.count, 1);
         QCOMPARE(calls.thread, QThread::currentThread());
-    }
-
-    void speedShortensWaits() {
-        vellum::clock::setSpeed(100);
-        Calls calls;
-        SetHardTimerEx("fast", Calls::add, &calls, 5000);
-        vl_sleep(5000);
-        QVERIFY(calls.timer.elapsed() >= 50 && calls.timer.elapsed() < 2000);
-        QTRY_COMPARE_WITH_TIMEOUT(calls.count, 1, 2000);
-        vl_sleep(2000);
-        QCOMPARE(vellum::testing::takeSleeps(), (std::vector{5000, 2000})); // as they were asked for
-        QVERIFY(vellum::testing::takeSleeps().empty());
     }
 
     void quittingWakesSleepers() {

@@ -10,9 +10,6 @@
 #include <QTest>
 #include <csignal>
 #include <future>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 using namespace tessaly;
 
@@ -49,17 +46,6 @@ private Q_SLOTS:
         QTRY_COMPARE(FindTaskByAppName(agentPath), -1);
         QTRY_COMPARE(::kill(task, 0), -1); // reaped
         QCOMPARE(CloseTask(task, 0, 1), -1);
-    }
-
-    void aZombieIsNotFound() {
-        const QByteArray program = m_device.path(agentPath).toUtf8();
-        char* const arguments[] = {const_cast<char*>(program.constData()), nullptr};
-        pid_t child = -1;
-        QCOMPARE(::posix_spawn(&child, program.constData(), nullptr, nullptr, arguments, environ), 0);
-        siginfo_t ended{};
-        QCOMPARE(::waitid(P_PID, id_t(child), &ended, WEXITED | WNOWAIT), 0);
-        QCOMPARE(FindTaskByAppName(agentPath), -1);
-        QCOMPARE(::waitpid(child, nullptr, 0), child);
     }
 
     void closesTasksOfTheDeviceOnly() {
@@ -102,15 +88,6 @@ private Q_SLOTS:
         vellum::state::setNetworkReachable(true);
         QCOMPARE(NetConnect2(nullptr, 1), -1);
         QVERIFY(m_log.takeUnexpected().value(0).startsWith(QStringLiteral("Can not start")));
-    }
-
-    void theAgentFailsWhenTheNetworkGoesMeanwhile() {
-        vellum::state::setConnectDelayMs(500);
-        const int task = OpenTask(agentPath, 1, connectSilent, 0);
-        QTRY_COMPARE(FindTaskByAppName(agentPath), task);
-        vellum::state::setNetworkReachable(false);
-        QTRY_COMPARE(FindTaskByAppName(agentPath), -1);
-        QCOMPARE(GetNetState(), 0);
     }
 
     void quittingEndsTheWaitForTheAgent() {
