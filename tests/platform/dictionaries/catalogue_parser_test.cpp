@@ -82,6 +82,35 @@ private Q_SLOTS:
         }
     }
 
+    /// Records by number and name, the server's ones merged into what is stored.
+    void merges() {
+        const auto records = [](const QString& text) {
+            std::vector<DictionaryInfo> result;
+            for (const QString& token : text.split(u' ', Qt::SkipEmptyParts)) {
+                result.emplace_back();
+                result.back().serverId = token.left(1).toInt();
+                result.back().name = token.mid(1).toStdString();
+            }
+            return result;
+        };
+        const auto sameId = [](const auto& a, const auto& b) { return a.serverId == b.serverId; };
+        const auto joinNames = [](DictionaryInfo target, const DictionaryInfo& source) {
+            target.name += source.name;
+            return target;
+        };
+        const std::tuple<QString, QString, QString> cases[] = {
+            {u"1a 2b 3c"_qs, u"4w 3z 5v 1x"_qs, u"1ax 2b 3cz 4w 5v"_qs},
+            {u"1a 9g 1b 9h"_qs, u"1x"_qs, u"1ax 9g"_qs},  // repeated in what is stored
+            {u"2b"_qs, u"1x 2y 1z 2w"_qs, u"2by 1x"_qs}}; // repeated by the server: the first counts
+        for (const auto& [target, source, expected] : cases) {
+            QStringList merged;
+            for (const auto& info :
+                 DictionaryInfo::blitLists(records(target), records(source), sameId, joinNames))
+                merged << QString::number(info.serverId) + QString::fromStdString(info.name);
+            QCOMPARE(merged.join(u' '), expected);
+        }
+    }
+
     void everyMember() {
         const auto parsed =
             parse("[{'id': 1, 'name': 'N', 'file': 'f.tsdict', 'version': 3, 'thumbnail': 'https://h/c',"

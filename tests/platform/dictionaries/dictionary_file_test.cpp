@@ -1,7 +1,5 @@
 #include "../support/bare_device.h"
 
-#include <QElapsedTimer>
-#include <QRandomGenerator>
 #include <QTest>
 #include <QtEndian>
 #include <cstring>
@@ -28,19 +26,7 @@ class DictionaryFileTest : public QObject {
 private Q_SLOTS:
     void cleanup() { QFile::remove(path()); }
 
-    void metadata() {
-        make(tables +
-             "INSERT INTO metadata VALUES ('title', 'Č'), ('language_from', 'cs'), ('set', 'S'), "
-             "('language_to', 'zh_TW'), ('description', 'D'), ('category', 'C'), ('provider', 'P'), "
-             "('version', '7'), ('publish_date', '2020'), ('thumbnail', 'http://h/c'), ('other', 'x')");
-        const auto full = open().getRight().metadata();
-        QCOMPARE(full->title + full->description + full->category + full->provider + full->publishDate +
-                     full->dictSet + full->thumbnail,
-                 std::string("ČDCP2020Shttp://h/c"));
-        QCOMPARE(full->languageFrom->stringify('_') + full->languageTo->stringify('_'),
-                 std::string("cszh_TW"));
-        QCOMPARE(full->version, 7);
-
+    void oddMetadata() {
         make(tables +
              "INSERT INTO metadata VALUES ('title', x'41FF42'), ('language_from', 12), ('provider', NULL), "
              "('language_to', ''), ('version', 'four'), ('set', 1.5), ('thumbnail', 'file:///etc/passwd')");
@@ -48,30 +34,8 @@ private Q_SLOTS:
         QCOMPARE(odd->title + odd->provider + odd->dictSet + odd->thumbnail, std::string("A\uFFFDB1.5"));
         QVERIFY(!odd->languageFrom && !odd->languageTo && odd->version == 0);
         QCOMPARE(odd->category, std::string("d")); // the file's name tells it from others
-
         make(tables);
         QVERIFY(!open().getRight().metadata());
-    }
-
-    void lookup() {
-        make(tables + "INSERT INTO entries VALUES ('rum', 'odd', 'rum'), ('Rum', 'drink', 'rum'), "
-                      "('Слово', 'word', 'слово'), ('λόγος', 'speech', 'λόγοσ'), ('set', '1', 'set'), "
-                      "('set', '2', 'set')");
-        const std::pair<std::string, QString> words[] = {{"Rum", u"drink"_qs},
-                                                         {"RUM", u"odd drink"_qs},
-                                                         {"СЛОВО", u"word"_qs},
-                                                         {"ΛΌΓΟΣ", u"speech"_qs},
-                                                         {"λο\u0301γος", u"speech"_qs},
-                                                         {"set", u"1 2"_qs},
-                                                         {"%", {}},
-                                                         {"' OR 1 --", {}},
-                                                         {"", {}}};
-        for (const auto& [word, expected] : words) {
-            QStringList definitions;
-            for (const dictionary::Entry& entry : open().getRight().lookup(word))
-                definitions << QString::fromStdString(entry.definition);
-            QCOMPARE(definitions.join(u' '), expected);
-        }
     }
 
     void refused() {
@@ -121,44 +85,22 @@ private Q_SLOTS:
         }
         m_device.write(file, bytes);
         LogWatch log;
-        QElapsedTimer timer;
-        timer.start();
         QVERIFY(OpenDictionary("d") && open().getRight().lookup("word").empty());
-        QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
         QVERIFY(log.takeUnexpected().value(0).endsWith(u"cannot be read: interrupted"));
     }
 
     void noDatabases() {
         QVERIFY(open().isLeft());
-        for (const QByteArray& content :
-             {QByteArray(), QByteArray("no database"), QByteArray(70'000, '\0')}) {
+        make(tables + "INSERT INTO entries VALUES (hex(zeroblob(9000)), '', '')");
+        const QByteArray whole = readFile(path());
+        for (const QByteArray& content : {whole.left(whole.size() / 2), QByteArray(),
+                                          QByteArray("no database"), QByteArray(70'000, '\0')}) {
             m_device.write(file, content);
             QVERIFY(open().isLeft() && !OpenDictionary("d"));
         }
         QVERIFY(QFile::remove(path()));
         QCOMPARE(::mkfifo(qUtf8Printable(path()), 0600), 0);
         QVERIFY(open().isLeft());
-    }
-
-    void damagedFilesDoNoHarm() {
-        make(tables + "INSERT INTO metadata VALUES ('title', 'T'); CREATE INDEX i ON entries (headword);"
-                      "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 3000) "
-                      "INSERT INTO entries SELECT 'word' || i, hex(randomblob(20)), 'word' || i FROM n");
-        QVERIFY(open().isRight() && OpenDictionary("d"));
-        const QByteArray content = readFile(path());
-        m_device.write(file, content.left(content.size() / 2));
-        QVERIFY(open().isLeft());
-
-        QRandomGenerator random(7);
-        for (int round = 0; round < 150; ++round) {
-            QByteArray damaged = content;
-            for (int i = 0; i < 20; ++i)
-                damaged[random.bounded(int(round % 2 ? 4096 : content.size()))] = char(random.bounded(256));
-            m_device.write(file, damaged);
-            const auto opened = open();
-            if (opened.isRight())
-                QVERIFY(opened.getRight().lookup("word" + std::to_string(round)).size() <= 1000);
-        }
     }
 
     void readingLeavesNothingBeside() {
