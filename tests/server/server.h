@@ -9,8 +9,6 @@
 #include <QNetworkReply>
 #include <QTemporaryDir>
 #include <QThread>
-#include <archive.h>
-#include <archive_entry.h>
 #include <memory>
 
 struct Reply {
@@ -19,8 +17,7 @@ struct Reply {
     std::shared_ptr<QNetworkReply> raw;
 
     QByteArray header(const char* name) const { return raw->rawHeader(name); }
-    QJsonDocument json() const { return QJsonDocument::fromJson(body); }
-    QJsonValue operator[](const char* key) const { return json()[QLatin1String(key)]; }
+    QJsonValue operator[](const char* key) const { return QJsonDocument::fromJson(body)[QLatin1String(key)]; }
 };
 
 /// The real server and a client for it. The state directory outlives restarts.
@@ -37,7 +34,7 @@ public:
 
     Reply get(const QString& path, const Headers& headers = {}) { return send("GET", path, {}, headers); }
     Reply post(const QString& path, const QByteArray& body = {}) { return send("POST", path, body, {}); }
-    QJsonArray catalogue() { return get(u"/v1/dictionaries"_qs).json().array(); }
+    QJsonArray catalogue() { return QJsonDocument::fromJson(get(u"/v1/dictionaries"_qs).body).array(); }
 
     /// Asks for a package and waits until it is built or refused: the last response.
     Reply package(const QString& ids, int* number = nullptr) {
@@ -73,26 +70,3 @@ private:
     const QTemporaryDir m_state;
     QNetworkAccessManager m_client;
 };
-
-struct ZipEntry {
-    QString name;
-    QByteArray content;
-    bool isLink = false;
-};
-
-/// The entries of a zip in their order, up to the first damaged one.
-inline QList<ZipEntry> listZip(const QByteArray& zip) {
-    QList<ZipEntry> entries;
-    const std::unique_ptr<archive, int (*)(archive*)> reader(archive_read_new(), archive_read_free);
-    archive_read_support_format_zip(reader.get());
-    archive_read_open_memory(reader.get(), zip.constData(), std::size_t(zip.size()));
-    archive_entry* entry = nullptr;
-    while (archive_read_next_header(reader.get(), &entry) == ARCHIVE_OK) {
-        const bool isLink = archive_entry_filetype(entry) == AE_IFLNK;
-        QByteArray content(isLink ? 0 : qsizetype(archive_entry_size(entry)), '\0');
-        if (archive_read_data(reader.get(), content.data(), std::size_t(content.size())) != content.size())
-            break;
-        entries.append({QString::fromUtf8(archive_entry_pathname_utf8(entry)), content, isLink});
-    }
-    return entries;
-}
