@@ -22,6 +22,7 @@ constexpr auto statePath = "/var/device_state.cfg";
 constexpr auto networkReachable = "network_reachable";
 constexpr auto netStateKey = "net_state";
 constexpr auto connectDelay = "connect_delay_ms";
+constexpr auto noticeKey = "network_notice";
 constexpr auto secureFree = "secure_free_bytes";
 constexpr auto debugMode = "debug_mode";
 constexpr auto inputKey = "input";
@@ -67,6 +68,16 @@ int connectDelayMs() {
 }
 void setConnectDelayMs(int milliseconds) {
     store(connectDelay, std::to_string(milliseconds));
+}
+
+NetworkNotice networkNotice() {
+    const int notice = load().intValue(noticeKey, 0);
+    return notice == 1   ? NetworkNotice::Connecting
+           : notice == 2 ? NetworkNotice::NoNetwork
+                         : NetworkNotice::None;
+}
+void setNetworkNotice(NetworkNotice notice) {
+    store(noticeKey, std::to_string(int(notice)));
 }
 
 std::int64_t secureFreeBytes() {

@@ -1,6 +1,5 @@
 #include <base/device_root.h>
 #include <vellum/clock.h>
-#include <vellum/device_state.h>
 #include <vellum/vellum.h>
 
 #include <cerrno>
@@ -116,7 +115,7 @@ int CloseTask(int task, int, int) {
 int NetConnect2(const char*, int) {
     if (GetNetState() == 2)
         return 0;
-    if (vellum::clock::isQuitting() || !vellum::state::isNetworkReachable())
+    if (vellum::clock::isQuitting())
         return -1;
     const char* const arguments[] = {"connect_silent"};
     const int agent = OpenTask("/ebrmain/bin/netagent", 1, arguments, 0);

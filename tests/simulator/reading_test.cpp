@@ -196,6 +196,29 @@ private Q_SLOTS:
         state::setNetState(2); // by another process
         QTRY_VERIFY(shown(u"The device is connected."_qs, panel));
     }
+
+    void theAgentSpeaks() {
+        namespace state = vellum::state;
+        for (const auto& [profile, language, message] :
+             {std::tuple(u"6-touch"_qs, u"en"_qs, u"No network in reach"_qs),
+              {u"6-touch-hd"_qs, u"de"_qs, u"Kein Netzwerk in Reichweite"_qs},
+              {u"6-keys"_qs, u"fr"_qs, u"Aucun réseau à portée"_qs},
+              {u"6-keys"_qs, u"ru"_qs, u"Нет доступной сети"_qs}}) {
+            m_switches->set(u"language"_qs, u"en"_qs);
+            open(profile);
+            m_switches->set(u"language"_qs, language);
+            state::setNetworkNotice(state::NetworkNotice::NoNetwork); // by another process
+            QTRY_VERIFY(shown(message));
+            const QQuickItem* const focused = m_window->activeFocusItem();
+            if (profile == u"6-keys")
+                press({Qt::Key_Return}); // would look the marked word up
+            else
+                tap(shown(message));
+            QTRY_VERIFY(!shown(message));
+            QCOMPARE(m_window->activeFocusItem(), focused);
+            QCOMPARE(state::networkNotice(), state::NetworkNotice::None);
+        }
+    }
 };
 
 QTEST_MAIN(ReadingTest)

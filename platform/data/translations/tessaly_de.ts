@@ -194,6 +194,14 @@
         <translation>Ja</translation>
     </message>
     <message>
+        <source>@AgentConnecting</source>
+        <translation>Verbindung wird hergestellt …</translation>
+    </message>
+    <message>
+        <source>@AgentNoNetwork</source>
+        <translation>Kein Netzwerk in Reichweite</translation>
+    </message>
+    <message>
         <source>@ReaderChooseDictionary</source>
         <translation>Wörterbuch auswählen</translation>
     </message>

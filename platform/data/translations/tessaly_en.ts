@@ -194,6 +194,14 @@
         <translation>Yes</translation>
     </message>
     <message>
+        <source>@AgentConnecting</source>
+        <translation>Connecting…</translation>
+    </message>
+    <message>
+        <source>@AgentNoNetwork</source>
+        <translation>No network in reach</translation>
+    </message>
+    <message>
         <source>@ReaderChooseDictionary</source>
         <translation>Choose a dictionary</translation>
     </message>

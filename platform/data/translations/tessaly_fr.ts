@@ -194,6 +194,14 @@
         <translation>Oui</translation>
     </message>
     <message>
+        <source>@AgentConnecting</source>
+        <translation>Connexion en cours…</translation>
+    </message>
+    <message>
+        <source>@AgentNoNetwork</source>
+        <translation>Aucun réseau à portée</translation>
+    </message>
+    <message>
         <source>@ReaderChooseDictionary</source>
         <translation>Choisir un dictionnaire</translation>
     </message>

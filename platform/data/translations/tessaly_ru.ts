@@ -196,6 +196,14 @@
         <translation>Да</translation>
     </message>
     <message>
+        <source>@AgentConnecting</source>
+        <translation>Подключение…</translation>
+    </message>
+    <message>
+        <source>@AgentNoNetwork</source>
+        <translation>Нет доступной сети</translation>
+    </message>
+    <message>
         <source>@ReaderChooseDictionary</source>
         <translation>Выбрать словарь</translation>
     </message>

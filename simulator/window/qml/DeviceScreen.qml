@@ -1,6 +1,7 @@
 import QtQuick
 import com.tessaly.controls
 import com.tessaly.dictionaries 1.0
+import Tessaly.Simulator
 
 // What the device shows: the reader, and over it the dictionaries interface. Exactly as large as the device's screen.
 FocusScope {
@@ -74,6 +75,21 @@ FocusScope {
     Item {
         id: above
         anchors.fill: parent
+    }
+    // The network agent speaks over whatever is shown, and leaves the focus where it is.
+    AgentNotice {
+        id: agent
+    }
+    Timer {
+        interval: 5000
+        running: agent.kind === AgentNotice.NoNetwork
+        onTriggered: agent.takeBack()
+    }
+    InfoMessage {
+        visible: agent.kind !== AgentNotice.None
+        bottomOffset: Global.dp(47)
+        text: agent.kind === AgentNotice.Connecting ? qsTr("@AgentConnecting") : qsTr("@AgentNoNetwork")
+        onClose: agent.takeBack()
     }
     // Fingers do nothing on a screen that can't feel them.
     MouseArea {

@@ -90,6 +90,16 @@ private Q_SLOTS:
         QVERIFY(m_log.takeUnexpected().value(0).startsWith(QStringLiteral("Can not start")));
     }
 
+    void theAgentFailsWhenTheNetworkGoesMeanwhile() {
+        using vellum::state::NetworkNotice;
+        vellum::state::setConnectDelayMs(1000);
+        QVERIFY(OpenTask(agentPath, 1, connectSilent, 0) > 0);
+        QTRY_COMPARE(vellum::state::networkNotice(), NetworkNotice::Connecting);
+        vellum::state::setNetworkReachable(false);
+        QTRY_COMPARE(vellum::state::networkNotice(), NetworkNotice::NoNetwork);
+        QCOMPARE(GetNetState(), 0);
+    }
+
     void quittingEndsTheWaitForTheAgent() {
         vellum::state::setConnectDelayMs(60'000);
         auto connecting = std::async(std::launch::async, [] { return NetConnect2(nullptr, 1); });

@@ -11,6 +11,7 @@
 namespace vellum::state {
 
 enum class Input { Touch, Keys };
+enum class NetworkNotice { None, Connecting, NoNetwork };
 
 TESSALY_VELLUM_API bool isNetworkReachable();
 TESSALY_VELLUM_API void setNetworkReachable(bool reachable);
@@ -21,6 +22,10 @@ TESSALY_VELLUM_API void setNetState(int state);
 
 TESSALY_VELLUM_API int connectDelayMs();
 TESSALY_VELLUM_API void setConnectDelayMs(int milliseconds);
+
+/// What the network agent has to say to the reader. Whoever shows it takes it back once it was read.
+TESSALY_VELLUM_API NetworkNotice networkNotice();
+TESSALY_VELLUM_API void setNetworkNotice(NetworkNotice notice);
 
 /// Free bytes on the secure storage; negative (the default): what the host's disk has.
 TESSALY_VELLUM_API std::int64_t secureFreeBytes();

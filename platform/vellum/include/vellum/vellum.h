@@ -12,8 +12,8 @@
 TESSALY_VELLUM_API int GetNetState();
 
 /// Connects with the named connection (null: the default one) by running the network agent, and waits for it.
-/// 0 is success. Returns at once when connected already, when no network is reachable, or when the process is
-/// about to quit.
+/// 0 is success; a failure has been said by the agent. Returns at once when connected already, or when the
+/// process is about to quit.
 TESSALY_VELLUM_API int NetConnect2(const char* name, int flags);
 
 /// Starts a program as a process of its own and returns its task identifier, or -1. `argv` has `argc` entries
