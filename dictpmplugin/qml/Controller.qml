@@ -342,6 +342,7 @@ Item {
             id: infoMessage
             anchors.fill: parent
             autohideInterval: 10000
+            bottomOffset: Global.dp(47)
             onClose: parent.visible = false
         }
     }

@@ -71,7 +71,7 @@ FocusScope {
     Rectangle {
         id: frame
         width: GlobalValues.infoMessageWidth
-        height: Math.max(GlobalValues.infoMessageHeight, label.implicitHeight + 2 * Global.mm(3))
+        height: Math.max(message.icon ? GlobalValues.infoMessageHeight : 0, label.implicitHeight + 2 * Global.mm(4))
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
         anchors.bottomMargin: message.bottomOffset <= 0 ? GlobalValues.screenMargin
