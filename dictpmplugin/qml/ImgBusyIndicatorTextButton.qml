@@ -149,6 +149,10 @@ Rectangle {
 
     Item {
         id: inner
+
+        // The hint needs room below.
+        readonly property real lift: long_press_hint.visible ? -Global.dp(6) : 0
+
         anchors.horizontalCenter: parent.horizontalCenter
         y: long_press_hint.visible ? Global.dp(14) : Math.round((parent.height - height) / 2)
         width: caption.x + caption.width
@@ -157,6 +161,7 @@ Rectangle {
         Rectangle {
             id: icon_place
             anchors.verticalCenter: parent.verticalCenter
+            anchors.verticalCenterOffset: inner.lift
             width: Global.pixelsFromDesign(60)
             height: width
             color: "transparent"
@@ -176,6 +181,7 @@ Rectangle {
             id: caption
             anchors.left: icon_place.right
             anchors.verticalCenter: parent.verticalCenter
+            anchors.verticalCenterOffset: inner.lift
             leftPadding: Global.pixelsFromDesign(12)
             width: Math.min(implicitWidth, wrapper.width - icon_place.width)
             fontStyle: FontStyles.Heading5

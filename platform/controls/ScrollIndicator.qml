@@ -12,7 +12,9 @@ T.ScrollIndicator {
                                                     GlobalValues.minimalScrollIndicatorThickness) : 0
     property real thumbOffset: flickable ? flickable.visibleArea.yPosition * length : 0
 
-    width: GlobalValues.scrollIndicatorThickness
+    // Clear of the frame at whose edge it stands.
+    width: GlobalValues.scrollIndicatorThickness + rightPadding
+    rightPadding: GlobalValues.scrollIndicatorSideMargin
     height: length
     Accessible.ignored: true
     size: length > 0 ? Math.min(1, thumbLength / length) : 1

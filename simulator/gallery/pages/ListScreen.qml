@@ -33,7 +33,6 @@ DialogContainer {
         }
         ScrollIndicator {
             anchors.right: parent.right
-            anchors.rightMargin: GlobalValues.scrollIndicatorSideMargin
             length: parent.height
             thumbLength: parent.height / 3
             thumbOffset: parent.height / 6

@@ -41,10 +41,9 @@ FocusScope {
         KeyNavigation.left: texts
         onClicked: header.dictionariesWanted()
     }
-    Rectangle {
+    SolidSeparator {
         anchors.bottom: parent.bottom
-        width: parent.width
-        height: GlobalValues.defaultSolidSeparatorThickness
-        color: GlobalValues.defaultSolidseparatorColor
+        x: GlobalValues.dialogHeaderSeparatorSideOffset
+        width: parent.width - 2 * x
     }
 }

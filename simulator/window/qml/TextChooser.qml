@@ -81,6 +81,7 @@ FocusScope {
                     }
                     StyledText {
                         text: entry.modelData.author
+                        fontStyle: FontStyles.BodyS
                         color: entry.textColor
                     }
                 }
@@ -93,6 +94,7 @@ FocusScope {
             DottedSeparator {
                 anchors.bottom: parent.bottom
                 width: parent.width
+                thickness: GlobalValues.defaultSolidSeparatorThickness
             }
         }
         // qmllint enable unqualified
