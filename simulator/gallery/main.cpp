@@ -1,3 +1,5 @@
+#include "simulator/fixture/test_device.h"
+
 #include <QCommandLineParser>
 #include <QDir>
 #include <QDirIterator>
@@ -5,7 +7,6 @@
 #include <QGuiApplication>
 #include <QQmlEngine>
 #include <QQuickView>
-#include <QTemporaryDir>
 #include <QThread>
 #include <vellum/device_state.h>
 
@@ -68,14 +69,11 @@ bool savePages(const QDir& folder, const QSize& screen) {
 
 } // namespace
 
-/// Saves pictures of the device's controls, in every state, for somebody to look at.
+/// Saves pictures of the device's controls in every state, and of the interface's dialogs, for somebody to
+/// look at.
 int main(int argc, char* argv[]) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
-    const QTemporaryDir root;
-    QDir(root.path()).mkdir(QStringLiteral("var"));
-    qputenv("TESSALY_DEVICE_ROOT", root.path().toUtf8());
-
     const QGuiApplication application(argc, argv);
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("Saves a picture of each page of controls in DIR."));
@@ -95,6 +93,8 @@ int main(int argc, char* argv[]) {
         qCritical("%s can't be made", qPrintable(folder.path()));
         return 1;
     }
+    tessaly::fixture::TestDevice device;
+    device.setOnline(false);
     vellum::state::setScreen(parser.value(screenOption).toStdString());
     return savePages(folder, screen) ? 0 : 1;
 }

@@ -32,8 +32,9 @@ Page {
                         item.width = width
                     }
 
-                    FocusElement { // at most one item has the focus: here its frame is shown by itself
-                        target: null
+                    FocusFrame { // at most one item has the focus: here its frame is shown by itself
+                        anchors.fill: parent
+                        z: 10
                         visible: place.index === 2 && !DeviceInfoProvider.touch
                     }
                 }
