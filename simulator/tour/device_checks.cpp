@@ -28,6 +28,12 @@ QString checksum(const QString& path) {
                                                                  : QStringLiteral("unreadable");
 }
 
+std::vector<dictionary::DictionaryInfo> offered() {
+    auto list = dictionary::Routes::listDictionaries(dictionary::default_base_url());
+    require(list.isRight(), QStringLiteral("the server lists no dictionaries"));
+    return list.getRight();
+}
+
 } // namespace
 
 std::string currentDictionary() {
@@ -44,11 +50,15 @@ int installedDictionaries() {
     return int(dictionaries.size());
 }
 
+QJsonArray numbersOffered() {
+    QJsonArray numbers;
+    for (const auto& record : offered())
+        numbers << record.serverId;
+    return numbers;
+}
+
 int dictionariesToDownload() {
-    const auto offered = dictionary::Routes::listDictionaries(dictionary::default_base_url());
-    require(offered.isRight(), QStringLiteral("the server lists no dictionaries"));
-    return int(
-        dictionary::DictionaryInfo::subtractLists(offered.getRight(), vl_api::enumDictionaries()).size());
+    return int(dictionary::DictionaryInfo::subtractLists(offered(), vl_api::enumDictionaries()).size());
 }
 
 DeviceSnapshot::DeviceSnapshot(const fixture::TestDevice& device) {

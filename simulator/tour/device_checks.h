@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonArray>
 #include <QMap>
 #include <QString>
 #include <string>
@@ -14,6 +15,8 @@ namespace tessaly::tour {
 std::string currentDictionary();
 /// How many dictionaries there are, each of which opens; StepFailed otherwise.
 int installedDictionaries();
+/// The numbers of all of the server's dictionaries; StepFailed if it doesn't say.
+QJsonArray numbersOffered();
 /// How many of the server's dictionaries aren't installed; StepFailed if the server doesn't say.
 int dictionariesToDownload();
 

@@ -7,6 +7,7 @@
 #include <vellum/vellum.h>
 
 #include <QJsonObject>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <csignal>
 #include <fcntl.h>
@@ -19,6 +20,7 @@ namespace {
 
 using fixture::TestDevice;
 
+constexpr auto couldNotBeDownloaded = "@ThereIsAnIssueWithDownloadingSelectedDictionaries";
 constexpr auto installerPath = "/ebrmain/bin/dictpackageinstaller.app";
 
 int progress(const Hand& hand) {
@@ -33,14 +35,12 @@ void beginDownload(const Hand& hand) {
 }
 
 /// The message that ends the interface comes, and goes when it is acknowledged.
-void acknowledge(const Hand& hand, const char* message, const QString& pictureName) {
+void acknowledge(const Hand& hand, const char* message, const QString& pictureName = {}) {
     Screen& screen = hand.screen();
     screen.waitFor(text(message), 60000);
-    screen.picture(pictureName);
-    if (hand.isTouch())
-        screen.tap(text(message));
-    else
-        screen.press(Qt::Key_Return);
+    if (!pictureName.isEmpty())
+        screen.picture(pictureName);
+    hand.acknowledge(text(message));
     hand.waitForPage();
 }
 
@@ -51,9 +51,34 @@ void goOffline(TestDevice& device, const Hand& hand) {
     QSignalSpy failed(&screen.list(), SIGNAL(toDownloadModFailed()));
     hand.askForMore();
     waitUntil([&] { return !failed.isEmpty(); }, QStringLiteral("the end"));
-    screen.picture(QStringLiteral("offline"));
+    screen.waitFor(text("@AgentNoNetwork"));
+    screen.picture(QStringLiteral("no-network"));
+    hand.acknowledge(text("@AgentNoNetwork"));
+    screen.waitUntilGone(text("@AgentNoNetwork"));
+    require(screen.shows(text("@SelectDictionary")),
+            QStringLiteral("the interface has gone with the message"));
     hand.leave();
     device.setOnline(true);
+}
+
+void loseServer(TestDevice& device, const Hand& hand) {
+    const char* const message = "@DownloadFailedCheckYourNetworkConnectionAndTryAgain";
+    device.server().stop();
+    const auto backAgain = qScopeGuard([&device] { device.startServer(); });
+    hand.openDictionaries();
+    hand.askForMore();
+    hand.screen().waitFor(text(message));
+    hand.screen().picture(QStringLiteral("no-server"));
+    hand.leave();
+}
+
+void offerNothing(TestDevice& device, const Hand& hand) {
+    device.server().setSwitches({{QStringLiteral("unlisted"), numbersOffered()}});
+    hand.openDictionaries();
+    hand.askForMore();
+    hand.screen().waitFor(text("@NoNewDictionaries"));
+    hand.screen().picture(QStringLiteral("nothing-new"));
+    hand.leave();
 }
 
 void makeServerSlow(TestDevice& device, const Hand& hand) {
@@ -113,8 +138,7 @@ void killInstaller(const TestDevice& device, const Hand& hand) {
         },
         QStringLiteral("the installer"));
     require(::kill(installer, SIGKILL) == 0, QStringLiteral("it had ended before"));
-    acknowledge(hand, "@ThereIsAnIssueWithDownloadingSelectedDictionaries",
-                QStringLiteral("installer-killed"));
+    acknowledge(hand, couldNotBeDownloaded, QStringLiteral("failed"));
 }
 
 } // namespace
@@ -133,11 +157,12 @@ void playFailures(TestDevice& device, const Hand& hand, StepLog& log) {
         return [&device, &hand, fault] {
             device.server().setSwitches({{QStringLiteral("package_fault"), QString::fromUtf8(fault)}});
             beginDownload(hand);
-            acknowledge(hand, "@ThereIsAnIssueWithDownloadingSelectedDictionaries",
-                        QStringLiteral("package-") + QString::fromUtf8(fault));
+            acknowledge(hand, couldNotBeDownloaded);
         };
     };
     failing(QStringLiteral("offline: no catalogue"), [&] { goOffline(device, hand); });
+    failing(QStringLiteral("server gone: no catalogue"), [&] { loseServer(device, hand); });
+    failing(QStringLiteral("nothing new in the catalogue"), [&] { offerNothing(device, hand); });
     failing(QStringLiteral("server slow for too long"), [&] { makeServerSlow(device, hand); });
     failing(QStringLiteral("cancelled in mid-download"), [&] { cancelInMidDownload(device, hand); });
     failing(QStringLiteral("no space on the device"), [&] {

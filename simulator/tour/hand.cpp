@@ -74,6 +74,13 @@ void Hand::press(const QString& text) const {
     m_screen.press(Qt::Key_Return);
 }
 
+void Hand::acknowledge(const QString& message) const {
+    if (m_touch)
+        m_screen.tap(message);
+    else
+        m_screen.press(Qt::Key_Return);
+}
+
 void Hand::moveToRow(const QString& title) const {
     if (m_screen.focused() == text("@Info")) // the column that was used last
         m_screen.press(Qt::Key_Left);

@@ -28,6 +28,8 @@ public:
     void startDownload() const;
     /// Presses a button of a dialog.
     void press(const QString& text) const;
+    /// Makes a message go.
+    void acknowledge(const QString& message) const;
     /// Chooses a row of the list.
     void choose(const QString& title) const;
     /// Opens the information on a dictionary of the list.

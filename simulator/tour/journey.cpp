@@ -2,13 +2,15 @@
 
 #include "device_checks.h"
 #include "simulator/fixture/test_device.h"
+#include "simulator/window/reader_text.h"
 
+#include <vellum/device_state.h>
 #include <vellum/vellum.h>
 
 #include <QFile>
 #include <QJsonObject>
+#include <QScopeGuard>
 #include <QSignalSpy>
-#include <algorithm>
 
 namespace tessaly::tour {
 
@@ -39,15 +41,17 @@ bool Journey::downloadAndRead() {
     Screen& screen = m_hand.screen();
     const bool isOpen = m_log.run(QStringLiteral("the list of dictionaries opens over the page"), [&] {
         screen.picture(QStringLiteral("page"));
+        lookAtReader();
         m_hand.openDictionaries();
         screen.picture(QStringLiteral("list-before"));
         return QStringLiteral("%1 installed").arg(installedDictionaries());
     });
     const bool isMarked =
         isOpen && m_log.run(QStringLiteral("the device goes online, two dictionaries are marked"), [&] {
-            m_hand.enterDownloadMode();
+            connectSlowly();
             require(GetNetState() == 2, QStringLiteral("not connected"));
             screen.picture(QStringLiteral("catalogue"));
+            lookAtInformation(m_hand.titles().constFirst(), QStringLiteral("information-offered"));
             m_titles = m_hand.mark(2);
             screen.picture(QStringLiteral("marked"));
             return m_titles.join(QStringLiteral(", "));
@@ -80,6 +84,37 @@ bool Journey::downloadAndRead() {
     return true;
 }
 
+void Journey::lookAtReader() {
+    Screen& screen = m_hand.screen();
+    const QString title = simulator::ReaderText().title();
+    if (!m_hand.isTouch())
+        screen.moveTo(text("@ReaderDictionaries"), Qt::Key_Up);
+    m_hand.press(title);
+    screen.waitFor(text("@ReaderTexts"));
+    screen.picture(QStringLiteral("texts"));
+    screen.press(Qt::Key_Back);
+    if (!m_hand.isTouch()) { // the header has kept its focus there
+        screen.moveTo(title, Qt::Key_Up);
+        screen.press(Qt::Key_Right);
+        screen.press(Qt::Key_Down);
+    }
+    lookUp(screen.words().constFirst());
+    screen.picture(QStringLiteral("no-dictionary"));
+    screen.press(Qt::Key_Back);
+}
+
+void Journey::connectSlowly() {
+    Screen& screen = m_hand.screen();
+    vellum::state::setNetState(0); // an earlier half of the tour connected
+    vellum::state::setConnectDelayMs(2000);
+    m_hand.askForMore();
+    screen.waitFor(text("@AgentConnecting"));
+    screen.picture(QStringLiteral("connecting"));
+    screen.waitFor(text("@SelectDictionariesToDownload"));
+    require(!screen.shows(text("@AgentConnecting")), QStringLiteral("the agent still says that it connects"));
+    vellum::state::setConnectDelayMs(300);
+}
+
 void Journey::download() {
     Screen& screen = m_hand.screen();
     m_device.server().setSwitches(
@@ -101,24 +136,30 @@ void Journey::choose(const QString& title) {
     m_hand.waitForPage();
 }
 
+void Journey::lookUp(const SeenWord& word) {
+    if (m_hand.isTouch())
+        m_hand.screen().tapAt(word.centre);
+    else
+        m_hand.screen().press(Qt::Key_Return); // the marked one
+}
+
 void Journey::lookUpWord() {
     Screen& screen = m_hand.screen();
-    // The entry is headed by the dictionary's name, which the page bears at its foot anyway.
-    const auto namesOfDictionary = [&] {
-        const QString name = QString::fromStdString(currentDictionary());
-        const auto items = screen.texts();
-        return std::count_if(items.begin(), items.end(),
-                             [&](const auto* item) { return textOf(*item) == name; });
+    // What is headed by the dictionary's name, which the page bears at its foot anyway, and doesn't say that
+    // there is none.
+    const QString name = QString::fromStdString(currentDictionary());
+    const QString noEntry = text("@ReaderNoEntry").section(u'%', 0, 0);
+    const auto showsEntry = [&] {
+        QStringList texts;
+        for (const QQuickItem* const item : screen.texts())
+            texts << textOf(*item);
+        return texts.count(name) > 1 && texts.filter(noEntry).isEmpty();
     };
-    const auto onPage = namesOfDictionary();
     for (const SeenWord& word : screen.words()) {
         if (word.text.size() < longWord)
             continue;
-        if (m_hand.isTouch())
-            screen.tapAt(word.centre);
-        else
-            screen.press(Qt::Key_Return);
-        if (namesOfDictionary() > onPage) {
+        lookUp(word);
+        if (showsEntry()) {
             screen.picture(QStringLiteral("entry"));
             screen.press(Qt::Key_Back);
             return;
@@ -134,12 +175,19 @@ void Journey::lookAround() {
     Screen& screen = m_hand.screen();
     m_log.run(QStringLiteral("what is known of a dictionary is shown"), [&] {
         m_hand.openDictionaries();
-        m_hand.openInformation(m_titles.at(0));
+        lookAtInformation(m_titles.at(0), QStringLiteral("information"));
+        return QString();
+    });
+    m_log.run(QStringLiteral("a file that is no dictionary has its row"), [&] {
+        m_hand.leave();
+        QFile file(m_device.path("/mnt/ext1/system/dictionaries/Old notes.tsdict"));
+        require(file.open(QIODevice::WriteOnly), QStringLiteral("it can't be made"));
+        const auto gone = qScopeGuard([&file] { file.remove(); });
+        m_hand.openDictionaries();
+        screen.picture(QStringLiteral("list-other"));
+        m_hand.openInformation(QStringLiteral("Old notes"));
         screen.waitFor(text("@Languages"));
-        screen.waitForFetchedImage();
-        screen.picture(QStringLiteral("information"));
-        screen.press(Qt::Key_Back);
-        screen.waitFor(text("@SelectDictionary"));
+        screen.picture(QStringLiteral("information-other"));
         return QString();
     });
     m_log.run(QStringLiteral("morphology data of its language are installed"), [&] {
@@ -153,7 +201,15 @@ void Journey::lookAround() {
         m_hand.openDictionaries();
         screen.waitFor(tile("@DownloadMorphology"));
         screen.picture(QStringLiteral("morphology"));
+        m_device.server().setSwitches({{QStringLiteral("delay_ms"), 3000}});
         m_hand.pressAbove(m_titles.at(0), tile("@DownloadMorphology"));
+        screen.waitFor(tile("@InstallingMorphology"));
+        screen.picture(QStringLiteral("morphology-progress"));
+        screen.press(Qt::Key_Back);
+        screen.waitFor(text("@DoYouWantToStopTheDownload"));
+        screen.picture(QStringLiteral("stop"));
+        m_hand.press(text("@ContinueDownloading"));
+        m_device.server().resetSwitches();
         waitUntil([&] { return QFile::exists(folder + QStringLiteral("/en.dic")); },
                   QStringLiteral("the data"));
         screen.waitFor(tile("@MorphologyHasBeenInstalled"));
@@ -164,6 +220,16 @@ void Journey::lookAround() {
         m_hand.leave();
         return QString();
     });
+}
+
+void Journey::lookAtInformation(const QString& title, const QString& picture) {
+    Screen& screen = m_hand.screen();
+    m_hand.openInformation(title);
+    screen.waitFor(text("@Languages"));
+    screen.waitForFetchedImage();
+    screen.picture(picture);
+    screen.press(Qt::Key_Back);
+    screen.waitUntilGone(text("@Languages"));
 }
 
 void Journey::deleteDictionary(const QString& title) {

@@ -26,9 +26,15 @@ public:
 
 private:
     bool makeRoom();
+    /// Its texts, and what it says of a word while there is no dictionary.
+    void lookAtReader();
+    /// To the dictionaries to be had, while the network agent says that it takes its time.
+    void connectSlowly();
     void download();
     void choose(const QString& title);
+    void lookUp(const SeenWord& word);
     void lookUpWord();
+    void lookAtInformation(const QString& title, const QString& picture);
     void deleteDictionary(const QString& title);
 
     fixture::TestDevice& m_device;

@@ -75,7 +75,8 @@ int main(int argc, char** argv) {
     });
     int pictureCount = 0;
     LogWatch watch;
-    for (const char* const failure : {"Error installing dictionaries", "Can not download"})
+    for (const char* const failure :
+         {"Error installing dictionaries", "Can not download", "Failed to open dictionary"})
         watch.allow(QLatin1String(failure));
     for (const bool touch : {true, false}) {
         if (log.allOk() && input != (touch ? QStringLiteral("keys") : QStringLiteral("touch")))
