@@ -1,13 +1,21 @@
-#include "installer_device.h"
+#include "../support/killing.h"
 #include "package_builder.h"
 
 #include <failure.h>
+#include <simulator/fixture/test_device.h>
+#include <tests/support/files.h>
 #include <vellum/device_state.h>
+#include <vellum/vellum.h>
 
+#include <QElapsedTimer>
 #include <QJsonObject>
+#include <QProcess>
+#include <QStorageInfo>
 #include <QTest>
+#include <csignal>
 #include <functional>
 #include <optional>
+#include <sys/resource.h>
 
 using namespace tessaly::tests;
 using tessaly::installer::Code;
@@ -19,8 +27,8 @@ Q_DECLARE_METATYPE(Code)
 
 namespace {
 
-QByteArray dictionary(int entries = 50) {
-    return makeDictionary(u"A title"_qs, entries, [] { return u"an old explanation"_qs; });
+QByteArray dictionary(int entries = 50, const QString& definition = u"an old explanation"_qs) {
+    return makeDictionary(u"A title"_qs, entries, [&] { return definition; });
 }
 
 PackageBuilder goodPackage() {
@@ -30,24 +38,88 @@ PackageBuilder goodPackage() {
     return package;
 }
 
+/// Some megabytes, so that a run takes a while.
+PackageBuilder bigPackage(const QString& definition) {
+    PackageBuilder package;
+    const QByteArray big = dictionary(20'000, definition);
+    for (int i = 0; i < 6; ++i)
+        package.add(u"Dictionary %1.tsdict"_qs.arg(i), big);
+    return package;
+}
+
 } // namespace
 
-class InstallerPackagesTest : public QObject {
+/// The real installer: what it refuses, and what is on the device whenever it ends.
+class InstallerTest : public QObject {
     Q_OBJECT
 
-    std::optional<InstallerDevice> m_device;
+    std::optional<tessaly::fixture::TestDevice> m_device;
+
+    [[nodiscard]] QString packagePath() const { return m_device->path("/mnt/ext1/Downloads/dicts_1.tsi"); }
+    [[nodiscard]] QString installed(const QString& name) const {
+        return m_device->path("/mnt/ext1/system/dictionaries/") + name;
+    }
+    /// All that lies where the installer writes.
+    [[nodiscard]] QMap<QString, QByteArray> content() const {
+        QMap<QString, QByteArray> found = folderContent(m_device->path("/mnt/secure"));
+        found.insert(folderContent(installed({})));
+        return found;
+    }
+
+    /// On disks that have no more room than this for a file. The log comes from stderr.
+    void start(QProcess& process, const QString& packageName = u"/dicts_1.tsi"_qs) const {
+        process.setChildProcessModifier([] {
+            const rlimit room{5'000'000, 5'000'000};
+            ::setrlimit(RLIMIT_FSIZE, &room);
+            std::signal(SIGXFSZ, SIG_IGN);
+        });
+        process.start(m_device->path("/ebrmain/bin/dictpackageinstaller.app"),
+                      {u"-package_name"_qs, packageName});
+        process.waitForStarted();
+    }
+    /// The exit status of a whole run.
+    int run(const QString& packageName = u"/dicts_1.tsi"_qs, QByteArray* log = nullptr) const {
+        QProcess process;
+        start(process, packageName);
+        process.waitForFinished(-1);
+        if (log)
+            *log = process.readAllStandardError();
+        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    }
+
+    /// Of the status file.
+    static std::pair<Code, int> codeAndProgress() {
+        vl_config* const config = OpenConfig("/mnt/ext1/system/tsdicts/installer_out_code.txt", 0);
+        const std::pair status(Code(ReadInt(config, "out_code", -1000)), ReadInt(config, "progress", -1000));
+        CloseConfig(config);
+        return status;
+    }
 
     /// The installer must tell this code, and leave an older dictionary and everything else as it was.
-    void compareUnchanged(Code code, const QString& name = u"/dicts_1.tsi"_qs) {
-        writeFile(m_device->dictionary(u"Czech - German.tsdict"_qs), "older");
-        const auto before = m_device->content();
+    void compareUnchanged(Code expected, const QString& name = u"/dicts_1.tsi"_qs) {
+        writeFile(installed(u"Czech - German.tsdict"_qs), "older");
+        const auto before = content();
         QByteArray log;
-        QCOMPARE(m_device->run(name, &log), 1);
-        QCOMPARE(m_device->status().code, int(code));
-        QVERIFY(m_device->status().progress >= 0 && m_device->status().progress < 100);
-        QCOMPARE(m_device->content(), before);
+        QCOMPARE(run(name, &log), 1);
+        const auto [code, progress] = codeAndProgress();
+        QCOMPARE(code, expected);
+        QVERIFY(progress >= 0 && progress < 100);
+        QCOMPARE(content(), before);
         QVERIFY(log.startsWith("[error]") && !log.contains("\n[")); // one record, whatever it quotes
         QVERIFY2(log.contains("(" + QByteArray::number(int(code)) + ")"), log.constData());
+    }
+
+    /// A run that succeeds, with nothing but the package's dictionaries left behind.
+    void installAll(const PackageBuilder& package) {
+        QCOMPARE(run(), 0);
+        QVERIFY(codeAndProgress() == std::pair(Code::Installed, 100));
+        QMap<QString, QByteArray> wanted;
+        for (const PackageBuilder::Entry& entry : package.entries)
+            wanted[entry.name] = entry.content;
+        QVERIFY(folderContent(installed({})) == wanted);
+        QCOMPARE(folderContent(m_device->path("/mnt/secure/tspk")).keys(), QStringList());
+        QCOMPARE(folderContent(m_device->path("/mnt/ext1/system/tsdicts")).keys(),
+                 QStringList(u"installer_out_code.txt"_qs));
     }
 
 private Q_SLOTS:
@@ -134,7 +206,7 @@ private Q_SLOTS:
         QFETCH(const Code, code);
         PackageBuilder package = goodPackage();
         spoil(package);
-        package.write(m_device->packagePath());
+        package.write(packagePath());
         compareUnchanged(code);
     }
 
@@ -156,37 +228,80 @@ private Q_SLOTS:
     }
 
     void refusesWithoutSpace() {
-        goodPackage().write(m_device->packagePath());
+        goodPackage().write(packagePath());
         vellum::state::setSecureFreeBytes(10'000);
         compareUnchanged(Code::NoSpace);
     }
 
     void installs() {
-        const auto before = m_device->content();
         const PackageBuilder package = goodPackage();
-        package.write(m_device->packagePath());
-        writeFile(m_device->dictionary(package.entries[0].name), "older");
+        package.write(packagePath());
+        writeFile(installed(package.entries[0].name), "older");
         qputenv("LC_ALL", "C"); // names don't depend on the user's language
-        QCOMPARE(m_device->run(), 0);
-        QCOMPARE(m_device->status().code, int(Code::Installed));
-        QCOMPARE(m_device->status().progress, 100);
-        for (const PackageBuilder::Entry& wanted : package.entries) {
-            QCOMPARE(readFile(m_device->dictionary(wanted.name)), wanted.content);
-            QVERIFY(OpenDictionary(wanted.name.chopped(7).toUtf8().constData()) != 0);
-            QVERIFY(QFile::remove(m_device->dictionary(wanted.name)));
-        }
-        QCOMPARE(m_device->content(), before);
+        installAll(package);
+        for (const PackageBuilder::Entry& entry : package.entries)
+            QVERIFY(OpenDictionary(entry.name.chopped(7).toUtf8().constData()) != 0);
     }
 
     void takesBackWhatItDid() {
         PackageBuilder package = goodPackage();
         package.add(u"New.tsdict"_qs, dictionary());
         package.add(u"Taken.tsdict"_qs, dictionary());
-        package.write(m_device->packagePath());
-        QVERIFY(QDir().mkpath(m_device->dictionary(u"Taken.tsdict/inside"_qs)));
+        package.write(packagePath());
+        QVERIFY(QDir().mkpath(installed(u"Taken.tsdict/inside"_qs)));
         compareUnchanged(Code::PlacingFailed);
+    }
+
+    void killedAtAnyMoment_data() {
+        QTest::addColumn<bool>("separateStorage");
+        QTest::newRow("one file system") << false;
+        QTest::newRow("two file systems") << true;
+    }
+    void killedAtAnyMoment() {
+        QFETCH(const bool, separateStorage);
+        const QTemporaryDir memory(u"/dev/shm/secure-XXXXXX"_qs);
+        if (separateStorage) {
+            if (!memory.isValid() || QStorageInfo(memory.path()) == QStorageInfo(m_device->root()))
+                QSKIP("no second file system here");
+            // A symbolic link stands for the mount point.
+            const QString secure = m_device->path("/mnt/secure");
+            QVERIFY(QDir(secure).removeRecursively() && QDir(memory.path()).mkdir(u"tspk"_qs) &&
+                    QFile::link(memory.path(), secure));
+        }
+        const PackageBuilder older = bigPackage(u"old text"_qs);
+        const PackageBuilder newer = bigPackage(u"new, quite different text"_qs);
+        older.write(packagePath());
+        QElapsedTimer timer;
+        timer.start();
+        installAll(older);
+        const qint64 duration = timer.nsecsElapsed();
+        newer.write(packagePath());
+        const auto check = [&] {
+            for (int i = 0; i < 6; ++i) {
+                const QByteArray content = readFile(installed(older.entries[i].name));
+                QVERIFY(content == older.entries[i].content || content == newer.entries[i].content);
+            }
+            QVERIFY(codeAndProgress().first == Code::NotFinished || codeAndProgress().second == 100);
+        };
+        const auto startOne = [this](QProcess& process) { start(process); };
+        QCOMPARE(killAtAnyMoment(20, duration, startOne, check), 20);
+        installAll(newer);
+    }
+
+    void twoAtOnce() {
+        const PackageBuilder package = bigPackage(u"text"_qs);
+        package.write(packagePath());
+        QProcess first;
+        start(first);
+        while (codeAndProgress().first != Code::NotFinished)
+            QVERIFY(!first.waitForFinished(0));
+        QCOMPARE(run(u"/none.tsi"_qs), 1);
+        QVERIFY(first.state() == QProcess::NotRunning || first.waitForFinished(-1));
+        QCOMPARE(first.exitCode(), 0);
+        QCOMPARE(codeAndProgress().first, Code::PackageUnreadable);
+        installAll(package);
     }
 };
 
-QTEST_GUILESS_MAIN(InstallerPackagesTest)
-#include "installer_packages_test.moc"
+QTEST_GUILESS_MAIN(InstallerTest)
+#include "installer_test.moc"
