@@ -55,24 +55,19 @@ Item {
             return image
         }
 
-        function test_images_data() {
-            // At the middle, where the lines cross, beside it, and in the corner.
-            return [
-                { tag: "plain", name: "resource/plus_add", colors: ["black", "white", "white"] },
-                { tag: "inverted", name: "resource/plus_add_inv", colors: ["white", "black", "black"] },
-                { tag: "disabled", name: "resource/plus_add_disabled", colors: ["grey", "white", "white"] },
-                { tag: "gray", name: "resource/plus_add_gray", colors: ["grey", "white", "white"] },
-                { tag: "disc", name: "resource_inv_circle/plus_add", colors: ["white", "black", "white"] },
-            ]
-        }
-
-        function test_images(data) {
-            const image = show("image://" + data.name)
-            compare(image.width, Global.pixelsFromDesign(48))
-            const shot = grabImage(image)
-            const shades = [17, 9, 2].map(at => shot.red(at, at))
-            compare(shades.map(red => red < 40 ? "black" : red > 215 ? "white" : "grey"), data.colors)
-            compare(show("image://" + data.name + "?600").width, 96)
+        // At the middle, where the lines cross, beside it, and in the corner.
+        function test_images() {
+            for (const [name, colors] of [["resource/plus_add", "black white white"],
+                                          ["resource/plus_add_inv", "white black black"],
+                                          ["resource/plus_add_disabled", "grey white white"],
+                                          ["resource_inv_circle/plus_add", "white black white"]]) {
+                const image = show("image://" + name)
+                compare(image.width, Global.pixelsFromDesign(48))
+                const shot = grabImage(image)
+                const shades = [17, 9, 2].map(at => shot.red(at, at))
+                compare(shades.map(red => red < 40 ? "black" : red > 215 ? "white" : "grey").join(" "), colors)
+                image.visible = false
+            }
         }
 
         function test_unknownImageIsEmpty() {

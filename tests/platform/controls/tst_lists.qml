@@ -11,19 +11,10 @@ Item {
     Component {
         id: listComponent
         CachedListView {
-            property var calls: []
             property Item aside
             width: 300
             height: 200
-            // Rows 1 and 2 of five can't have the focus.
-            delegate: FocusScope {
-                required property int index
-                width: 300
-                height: index === 1 ? 0 : 40
-                enabled: index !== 2
-            }
-            Keys.onUpPressed: calls.push("up")
-            Keys.onDownPressed: calls.push("down")
+            delegate: FocusScope { width: 300; height: 40 }
             LongKeyNavigation.down: aside
         }
     }
@@ -38,7 +29,6 @@ Item {
         }
     }
     Item { id: elsewhere }
-    Component { id: rowComponent; Item { width: 300; height: 40 } }
     Component { id: flickableComponent; Flickable { width: 100; height: 400 } }
 
     ControlsTest {
@@ -52,34 +42,6 @@ Item {
                 list.model.rows = [{ name: "one" }]
                 tryCompare(list, "count", 1)
             }
-        }
-
-        function test_rowKeys_data() {
-            const up = Qt.Key_Up, down = Qt.Key_Down
-            return [
-                { tag: "past rows without focus", from: 0, keys: [down], index: 3, calls: [] },
-                { tag: "and back", from: 3, keys: [up], index: 0, calls: [] },
-                { tag: "beyond the top", from: 0, keys: [up], index: 0, calls: ["up"] },
-                { tag: "beyond the bottom", from: 4, keys: [down, down], index: 4, calls: ["down", "down"] },
-                { tag: "to a disabled row", from: 2, keys: [], index: 3, calls: [] },
-                { tag: "the nearest is before", count: 3, from: 2, keys: [], index: 0, calls: [] },
-            ]
-        }
-
-        function test_rowKeys(data) {
-            const list = createTemporaryObject(listComponent, scene, { model: data.count ?? 5 })
-            compare(list.listBehaviour.activeFocusIndex, -1)
-            list.listBehaviour.activeFocusIndex = data.from
-            list.forceActiveFocus()
-            press(data.keys)
-            compare(list.listBehaviour.activeFocusIndex, data.index)
-            compare(list.calls, data.calls)
-            if (data.index < 0)
-                return
-            tryVerify(() => list.itemAtIndex(data.index)) // the view has moved there
-            const row = list.itemAtIndex(data.index)
-            const y = row.mapToItem(list, 0, 0).y
-            verify(row.activeFocus && y >= 0 && y + row.height <= list.height)
         }
 
         function test_heldKey() {
@@ -114,7 +76,7 @@ Item {
         }
 
         function test_listPages() {
-            const list = createTemporaryObject(listComponent, scene, { height: 190, delegate: rowComponent, model: 50 })
+            const list = createTemporaryObject(listComponent, scene, { height: 190, model: 50 })
             for (const y of [160, 320]) { // the row that is cut off is the next page's first
                 verify(Global.scrollPageDown(list))
                 compare(list.contentY, y)

@@ -73,24 +73,6 @@ private Q_SLOTS:
         QCOMPARE(m_log.takeUnexpected(), QStringList());
     }
 
-    void existanceFollowsTheFolder() {
-        const auto installed = [this] { // what both the map and a look say is there
-            QStringList codes;
-            for (const QString& code : {u"de"_qs, u"de_AT"_qs, u"pt"_qs, u"pt_BR"_qs, u"../hunspell/de"_qs}) {
-                if (m_explorer->existanceMap()->at(code)->value().toBool() && m_explorer->exists(code))
-                    codes << code;
-            }
-            return codes.join(u' ');
-        };
-        // The folder itself comes and goes with its files.
-        QCOMPARE(installed(), QString());
-        for (const char* const file : {"de.aff", "de.dic", "pt_BR.aff", "pt_BR.dic", "pt.dic"})
-            m_device->write(folder + u'/' + QLatin1String(file), "x");
-        QTRY_COMPARE(installed(), u"de de_AT pt_BR"_qs);
-        QVERIFY(QDir(m_device->path(qUtf8Printable(folder))).removeRecursively());
-        QTRY_COMPARE(installed(), QString());
-    }
-
     void qmlFollowsAndOwnsNothing() {
         QPointer<MorphValue> german;
         {
