@@ -1,11 +1,13 @@
 #include "../support/bare_device.h"
 
+#include <base/log_sink.h>
 #include <utilities/cfg_wrapper.h>
 #include <utilities/locale.h>
 
 #include <QCoreApplication>
 #include <QProcess>
 #include <QTest>
+#include <sys/stat.h>
 
 using namespace tessaly;
 using namespace tessaly::utilities;
@@ -26,7 +28,7 @@ int changeScreen() {
 
 } // namespace
 
-/// Key-value files, and the values in them.
+/// Key-value files, the values in them, and the log.
 class ValuesTest : public QObject {
     Q_OBJECT
 
@@ -91,6 +93,25 @@ private Q_SLOTS:
             QVERIFY2(!config.readIfExists<int>("key") && ReadInt(config.handle(), "key", -1) == -1, wrong);
         }
         QVERIFY(!config.readIfExists<int>("other"));
+    }
+
+    void readsPlainFilesOnly() {
+        QCOMPARE(::mkfifo(qUtf8Printable(m_device.path("/var/pipe.cfg")), 0600), 0);
+        m_device.write(u"/var/huge.cfg"_qs, "key=value\n");
+        QVERIFY(QFile::resize(m_device.path("/var/huge.cfg"), 3LL << 30));
+        for (const char* const path : {"/var/pipe.cfg", "/var/huge.cfg"})
+            QVERIFY(!CfgWrapper(path, 0).readIfExists<std::string>("key"));
+    }
+
+    void logLinesAreBounded() {
+        const QString path = m_device.path("/var/test.log");
+        QVERIFY(log::setLogFile(path.toStdString()));
+        log::write({log::Level::Warning, "file", 1, "function",
+                    "a\n[error] b\r\033[2Jc" + std::string(99'999, 'd')});
+        QVERIFY(log::setLogFile({}));
+        const QByteArray line = readFile(path);
+        QVERIFY(line.startsWith("[warning] file:1 function: a\n    [error] b  [2Jcd") &&
+                line.size() < 20'000);
     }
 
     void savesOnlyWhenAsked() {
