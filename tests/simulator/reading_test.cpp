@@ -140,7 +140,7 @@ private Q_SLOTS:
 
     void fingers() {
         open(u"6-touch-hd"_qs);
-        tapWord(u"on"_qs); // has a long entry
+        tapWord(u"on"_qs);
         QTRY_VERIFY(shown(u"on /"_qs));
         press({Qt::Key_Escape});
         choose(u"Gone"_qs);
