@@ -9,7 +9,8 @@ set(described
 # The morphology classes are the device library's; its target knows where their headers are.
 get_target_property(dictionaries_folders tessaly::dictionaries INTERFACE_INCLUDE_DIRECTORIES)
 foreach(name explorer file_existance_map map url_map)
-  find_file(header dictionaries/morph_${name}.h PATHS ${dictionaries_folders} NO_DEFAULT_PATH NO_CACHE REQUIRED)
+  find_file(header dictionaries/morph_${name}.h
+    PATHS ${dictionaries_folders} NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH NO_CACHE REQUIRED)
   list(APPEND described ${header})
   unset(header)
 endforeach()
