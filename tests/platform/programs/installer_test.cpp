@@ -233,8 +233,15 @@ private Q_SLOTS:
         compareUnchanged(Code::NoSpace);
     }
 
+    void installs_data() {
+        QTest::addColumn<quint32>("hole");
+        QTest::newRow("a small package") << 0U;
+        QTest::newRow("files beyond 2 GiB") << 2'500'000'000U;
+    }
     void installs() {
-        const PackageBuilder package = goodPackage();
+        QFETCH(const quint32, hole);
+        PackageBuilder package = goodPackage();
+        package.hole = hole;
         package.write(packagePath());
         writeFile(installed(package.entries[0].name), "older");
         qputenv("LC_ALL", "C"); // names don't depend on the user's language

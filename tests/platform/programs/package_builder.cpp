@@ -6,6 +6,7 @@
 
 #include <QBuffer>
 #include <QCryptographicHash>
+#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryDir>
@@ -25,6 +26,21 @@ void pack(server::ZipWriter& zip, const QString& name, QByteArray content) {
     const server::Compressed compressed = server::compress(source, packed);
     packed.seek(0);
     zip.addCompressed(name, compressed, packed);
+}
+
+/// The archive's directory says where its files are, its end where the directory is.
+void moveOffsets(QByteArray& package, quint32 by) {
+    const auto move = [by](char* offset) {
+        qToLittleEndian(qFromLittleEndian<quint32>(offset) + by, offset);
+    };
+    char* const end = package.data() + package.size() - 22;
+    char* record = package.data() + qFromLittleEndian<quint32>(end + 16);
+    while (record < end) {
+        move(record + 42);
+        record += 46 + qFromLittleEndian<quint16>(record + 28) + qFromLittleEndian<quint16>(record + 30) +
+                  qFromLittleEndian<quint16>(record + 32);
+    }
+    move(end + 16);
 }
 
 QByteArray littleEndian(quint32 number) {
@@ -102,7 +118,12 @@ QByteArray PackageBuilder::build() const {
 }
 
 void PackageBuilder::write(const QString& hostPath) const {
-    writeFile(hostPath, build());
+    QByteArray package = build();
+    if (hole > 0)
+        moveOffsets(package, hole);
+    QFile file(hostPath);
+    if (!file.open(QIODevice::WriteOnly) || !file.seek(hole) || file.write(package) != package.size())
+        throw std::runtime_error("can not write a package");
 }
 
 } // namespace tessaly::tests

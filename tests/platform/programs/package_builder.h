@@ -26,6 +26,7 @@ struct PackageBuilder {
     QList<Entry> entries;               ///< in the archive's order, the manifest apart
     QJsonArray listed;                  ///< the manifest's "files"
     quint32 bombSize = 0;               ///< this number reads 1000 wherever the archive says it
+    quint32 hole = 0;                   ///< so many bytes that take no room on the disk lie before its files
     std::optional<QByteArray> manifest; ///< instead of one made from `listed`; a null array leaves it out
     std::optional<QByteArray> bytes;    ///< instead of all that
 
