@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QQuickItem>
 #include <QQuickItemGrabResult>
+#include <QSGTextureProvider>
 #include <QSocketNotifier>
 #include <QThreadPool>
 #include <QTimer>
@@ -55,6 +56,20 @@ void quitOnEndSignals(QGuiApplication& application) {
     action.sa_flags = SA_RESTART;
     for (const int number : {SIGTERM, SIGINT, SIGHUP})
         ::sigaction(number, &action, nullptr);
+}
+
+/// The software renderer puts a changed layer on the screen a frame late, and not every change is followed by
+/// a frame.
+void drawAgainWhenChanged(QQuickItem& layer) {
+    auto* const again = new QTimer(&layer); // past the frame that the change is in
+    again->setSingleShot(true);
+    QObject::connect(again, &QTimer::timeout, &layer, &QQuickItem::update);
+    const auto follow = [&layer, again] {
+        if (const QSGTextureProvider* const provider = layer.textureProvider())
+            QObject::connect(provider, &QSGTextureProvider::textureChanged, again,
+                             qOverload<>(&QTimer::start));
+    };
+    QObject::connect(layer.window(), &QQuickWindow::frameSwapped, &layer, follow, Qt::SingleShotConnection);
 }
 
 /// Saves a picture of the device's screen at its own size and quits, with status 1 if it can't.
@@ -109,8 +124,11 @@ QQuickWindow* loadWindow(QQmlApplicationEngine& engine, DeviceSwitches& switches
     engine.addImportPath(QStringLiteral(TESSALY_QML_DIR));
     engine.setInitialProperties({{QStringLiteral("device"), QVariant::fromValue(&switches)}});
     engine.load(QUrl(QStringLiteral("qrc:/Tessaly/Simulator/qml/Main.qml")));
-    return engine.rootObjects().isEmpty() ? nullptr
-                                          : qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
+    if (engine.rootObjects().isEmpty())
+        return nullptr;
+    auto* const window = qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
+    drawAgainWhenChanged(*window->findChild<QQuickItem*>(QStringLiteral("devicePicture")));
+    return window;
 }
 
 int runWindow(const Options& options, char* programName) {

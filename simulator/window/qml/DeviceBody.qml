@@ -22,28 +22,6 @@ FocusScope {
         screen.showAbove(item)
     }
 
-    // The software renderer draws the picture as it was before the frame's own changes, and doesn't always see to another
-    // frame: two more follow each.
-    Connections {
-        target: body.Window.window
-        enabled: picture.visible
-        function onFrameSwapped() {
-            again.left = again.isUnderWay ? again.left - 1 : 2
-            again.isUnderWay = false
-            if (again.left > 0)
-                again.start()
-        }
-    }
-    Timer {
-        id: again
-        property bool isUnderWay: false
-        property int left: 0
-        interval: 20
-        onTriggered: {
-            isUnderWay = true
-            picture.update()
-        }
-    }
     Rectangle {
         id: casing
         anchors.centerIn: parent
@@ -69,7 +47,7 @@ FocusScope {
             }
             // Drawn at its own size and then scaled as a picture: thin lines don't fall between two pixels.
             ShaderEffectSource {
-                id: picture
+                objectName: "devicePicture"
                 anchors.fill: parent
                 visible: body.factor !== 1
                 sourceItem: visible ? screen : null
