@@ -1,37 +1,70 @@
-#include "simulator/fixture/test_device.h"
-#include "tests/support/log_watch.h"
+#include "dictionary_files.h"
+
+#include <simulator/fixture/test_device.h>
+#include <tests/support/files.h>
+#include <tests/support/log_watch.h>
 
 #include <QPointer>
+#include <QProcess>
 #include <QQmlComponent>
 #include <QQmlContext>
 #include <QQmlEngine>
+#include <QTemporaryDir>
 #include <QTest>
 #include <memory>
 #include <optional>
 
+/// The module as it is installed for a device.
 class PluginTest : public QObject {
     Q_OBJECT
 
+    tessaly::fixture::TestDevice m_device;
+    QTemporaryDir m_installed;
+    std::optional<LogWatch> m_watch;
+
+    std::unique_ptr<QQmlEngine> makeEngine() const {
+        auto engine = std::make_unique<QQmlEngine>();
+        engine->addImportPath(QStringLiteral(TESSALY_QML_DIR)); // for the controls
+        engine->addImportPath(m_installed.path());
+        return engine;
+    }
+    static QVariant evaluate(QQmlEngine& engine, const QByteArray& expression) {
+        QQmlComponent component(&engine);
+        component.setData("import QtQml\nimport com.tessaly.dictionaries 1.0\nQtObject { property "
+                          "MorphExplorer named; property var value: " +
+                              expression + " }",
+                          {});
+        const std::unique_ptr<QObject> object(component.create());
+        return object ? object->property("value") : component.errorString();
+    }
+
 private Q_SLOTS:
+    void initTestCase() {
+        QCOMPARE(QProcess::execute(QStringLiteral(CMAKE_PROGRAM),
+                                   {u"--install"_qs, QStringLiteral(BUILD_FOLDER), u"--component"_qs,
+                                    u"product"_qs, u"--prefix"_qs, m_installed.path()}),
+                 0);
+    }
     void init() { m_watch.emplace(); }
     void cleanup() { QCOMPARE(m_watch->unexpected(), QStringList()); }
 
     void creates_data() {
         QTest::addColumn<QString>("error"); // the row's name is the type; empty: it can be created
-        const auto row = [](const char* type, const char* error) {
+        const auto row = [](const char* type, const char* error = "") {
             QTest::newRow(type) << QString::fromLatin1(error);
         };
         for (const char* const type :
              {"LanguageHeaderInjectorProxyModel", "DictionariesListDialog", "DictionaryInfo",
               "DictionaryInfoPanel", "DictionaryInfoDialog", "DictionaryListItem",
               "ImgBusyIndicatorTextButton", "MorphDonwloadTile", "Controller", "ErrorDialog"})
-            row(type, "");
+            row(type);
         row("DataManager", "class registered only for enums");
         row("MorphExplorer", "created from c++ (default in DictionariesListModel singleton)");
         row("MorphFileExistanceMap", "created from c++ (call MorphExplorer::existanceMap)");
         row("MorphUrlMap", "created from c++ (call MorphExplorer::urlMap)");
         row("MorphSecretProvider", "created from c++ (call MorphExplorer::apiKeyProvider)");
         row("DownloadProgress", "DownloadProgress is not a type"); // for the other documents only
+        row("DictionarySectionHeader", "DictionarySectionHeader is not a type");
     }
     void creates() {
         const auto engine = makeEngine();
@@ -65,37 +98,35 @@ private Q_SLOTS:
 
     void singletonsAreSharedAndStay() {
         for (const char* const type : {"DictionariesListModel", "DictPMController"}) {
-            QPointer<QObject> first;
-            {
-                const auto one = makeEngine();
-                first = evaluate(*one, type).value<QObject*>();
-                QVERIFY(first);
-                QCOMPARE(evaluate(*makeEngine(), type).value<QObject*>(), first.data());
-            }
-            QVERIFY(first);
+            const QPointer<QObject> first = evaluate(*makeEngine(), type).value<QObject*>();
+            QVERIFY(first); // although its engine is gone
             QCOMPARE(evaluate(*makeEngine(), type).value<QObject*>(), first.data());
         }
     }
 
-private:
-    static std::unique_ptr<QQmlEngine> makeEngine() {
-        auto engine = std::make_unique<QQmlEngine>();
-        engine->addImportPath(QStringLiteral(TESSALY_QML_DIR));
-        return engine;
+    /// The documentation's example, in the tool that Debian brings.
+    void groupsInAStockEngine() {
+        using namespace tessaly::tests;
+        const QString folder = m_device.path(dictionaryFolder);
+        writeDictionary(folder + u"a.tsdict"_qs, languages("en", "de"));
+        writeDictionary(folder + u"b.tsdict"_qs, languages("de", "en"));
+        const QString document = m_installed.filePath(u"texts.qml"_qs);
+        writeFile(document, R"(import QtQuick
+            Loader {
+                source: "file:)" EXAMPLE R"("
+                onLoaded: Qt.callLater(() => {
+                    const texts = Array.from({ length: item.count }, (_, row) => item.itemAtIndex(row).text)
+                    console.log("rows: " + texts.join())
+                    Qt.quit()
+                })
+            })");
+        QProcess tool;
+        tool.setProcessChannelMode(QProcess::MergedChannels);
+        tool.start(QStringLiteral(QML_TOOL), {u"-I"_qs, m_installed.path(), document});
+        QVERIFY(tool.waitForFinished(60'000));
+        QCOMPARE(QString::fromUtf8(tool.readAll()).section(u"rows: "_qs, 1).trimmed(),
+                 u"English,    English → German,German,    German → English"_qs);
     }
-
-    static QVariant evaluate(QQmlEngine& engine, const QByteArray& expression) {
-        QQmlComponent component(&engine);
-        component.setData("import QtQml\nimport com.tessaly.dictionaries 1.0\nQtObject { property "
-                          "MorphExplorer named; property var value: " +
-                              expression + " }",
-                          {});
-        const std::unique_ptr<QObject> object(component.create());
-        return object ? object->property("value") : component.errorString();
-    }
-
-    tessaly::fixture::TestDevice m_device;
-    std::optional<LogWatch> m_watch;
 };
 
 QTEST_MAIN(PluginTest)
