@@ -1,41 +1,99 @@
 #include "dictionary_files.h"
-#include "script.h"
 #include "signal_recorder.h"
 
+#include <common_utilities/device_path.h>
 #include <dictpmplugin/dictionarieslistmodel.h>
 #include <dictpmplugin/dictpmcontroller.h>
 #include <platform/vellum/testing.h>
 #include <simulator/fixture/test_device.h>
+#include <tests/support/files.h>
 #include <tests/support/log_watch.h>
 #include <utilities/cfg_wrapper.h>
 #include <vellum/clock.h>
 #include <vellum/device_state.h>
+#include <vellum/vellum.h>
 
-#include <QDir>
-#include <QElapsedTimer>
 #include <QJsonArray>
 #include <QRegularExpression>
 #include <QTest>
 #include <QThreadPool>
 #include <csignal>
+#include <filesystem>
 #include <optional>
+#include <sstream>
 
 using namespace tessaly;
 using dictionary::DictionariesListModel;
 using dictionary::DictPMController;
+using Steps = std::function<void()>;
 
 namespace {
 
 constexpr auto installer = "/ebrmain/bin/dictpackageinstaller.app";
 constexpr auto statusFile = "/mnt/ext1/system/tsdicts/installer_out_code.txt";
+constexpr auto downloads = "/mnt/ext1/Downloads";
 const auto installed = u"1 2 3 4 8 syncFinished(true)"_qs;
-const auto notInstalled = u"1 2 3 4 7 error(%1) syncFinished(false) fatalError()"_qs;
 
 DictionariesListModel& model() {
     return *DictionariesListModel::instance();
 }
 DictPMController& controller() {
     return *DictPMController::instance();
+}
+
+// Steps.
+
+void start() {
+    controller().downloadPackageProcess();
+}
+void again() {
+    controller().reDownloadPackageProcess();
+}
+void cancel() {
+    controller().cancelDownloading();
+}
+void until(int state) {
+    QTRY_COMPARE_WITH_TIMEOUT(controller().syncState(), state, 60'000);
+}
+/// All workers' threads are there again, at once.
+void free() {
+    QVERIFY(QThreadPool::globalInstance()->waitForDone(1500));
+}
+/// The worker is done, and nobody has heard of it.
+void block() {
+    QThreadPool::globalInstance()->waitForDone();
+}
+/// What this program does when it is the installer: "SECONDS", "SECONDS CODE", "SECONDS CODE PERCENT" or
+/// "SECONDS CODE PERCENT DELAY". It waits for the delay, writes the result, if there is one (-3 when the
+/// package isn't there), and lives on for that long.
+void actAs(const char* acts) {
+    qputenv("TESSALY_INSTALLER_ACTS", acts);
+}
+/// That of a host that was killed, say.
+void startOlderInstaller() {
+    const char* const arguments[] = {"-package_name", "/old"};
+    QVERIFY(OpenTask(installer, 2, arguments, 1) > 0);
+}
+void killInstaller() {
+    const int task = FindTaskByAppName(installer);
+    QVERIFY(task > 0 && ::kill(task, SIGKILL) == 0); // -1 would be every process there is
+}
+
+int standInForInstaller(const std::string& package) {
+    std::istringstream acts(std::getenv("TESSALY_INSTALLER_ACTS"));
+    double seconds = 0, delay = 0;
+    int code = 0, percent = 0;
+    if (acts >> seconds >> code) {
+        acts >> percent >> delay;
+        QThread::msleep(unsigned(delay * 1000));
+        utilities::CfgWrapper status(statusFile, 1);
+        WriteInt(status.handle(), "out_code",
+                 std::filesystem::exists(openablePath(downloads + package)) ? code : -3);
+        WriteInt(status.handle(), "progress", percent);
+        status.saveAndClose();
+    }
+    QThread::msleep(unsigned(seconds * 1000));
+    return 0;
 }
 
 } // namespace
@@ -49,23 +107,35 @@ class PackageDownloadTest : public QObject {
     std::optional<LogWatch> m_watch;
     std::optional<SignalRecorder> m_signals;
     QList<int> m_progress;
-    Script m_script;
+    bool m_isStandIn = false; ///< the installer, which installs nothing
+    bool m_isServed = false;
+    QString m_package; ///< of the marked ones, in the Downloads
 
-    /// "KEY VALUE", or "reset".
-    void set(const QString& text) {
-        const QString value = text.section(u' ', 1);
-        bool isNumber = false;
-        const int number = value.toInt(&isNumber);
-        m_device.server().setSwitches({{text.section(u' ', 0, 0), value.isEmpty() ? QJsonValue(true)
-                                                                  : isNumber      ? QJsonValue(number)
-                                                                                  : QJsonValue(value)}});
+    void set(const char* key, const QJsonValue& value) {
+        m_device.server().setSwitches({{QString::fromLatin1(key), value}});
     }
-    QStringList filesIn(const char* folder) const {
-        return QDir(m_device.path(folder)).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    void reset() { m_device.server().resetSwitches(); }
+    void stopServer() { m_device.server().stop(), m_isServed = false; }
+    QStringList filesIn(const char* folder) const { return folderContent(m_device.path(folder)).keys(); }
+    void startAndSleep() {
+        vellum::clock::setSpeed(1), set("package_state", u"wait"_qs), start();
+        bool isAsleep = false;
+        QTRY_VERIFY_WITH_TIMEOUT(isAsleep = isAsleep || !vellum::testing::takeSleeps().empty(), 60'000);
     }
-    void empty(const char* folder) const {
-        QDir(m_device.path(folder)).removeRecursively();
-        QDir().mkpath(m_device.path(folder));
+    void startAndLoad() {
+        set("bytes_per_second", 500), start();
+        QTRY_VERIFY_WITH_TIMEOUT(!filesIn(downloads).isEmpty(), 60'000);
+    }
+    /// The controller installs what it has loaded.
+    void install(const char* acts) {
+        standIn(acts), start(), until(4);
+        QCOMPARE(filesIn(downloads), QStringList(m_package));
+    }
+    void standIn(const char* acts) {
+        actAs(acts);
+        m_isStandIn = true;
+        QFile::remove(m_device.path(installer));
+        QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), m_device.path(installer)));
     }
     /// What was recorded, with numbers for the states and without what comes when the timer ticks.
     QString story() {
@@ -77,94 +147,45 @@ class PackageDownloadTest : public QObject {
         text.replace(QRegularExpression(u"syncStateChanged\\((\\d)\\)"_qs), u"\\1"_qs);
         return text.replace(u"errorTypeChanged"_qs, u"error"_qs);
     }
-    void useStandIn(const QString& acts) const {
-        qputenv("TESSALY_INSTALLER_ACTS", acts.toUtf8());
-        QFile::remove(m_device.path(installer));
-        QVERIFY(QFile::copy(QStringLiteral(STAND_IN_INSTALLER), m_device.path(installer)));
-    }
-    static void markTwo() {
+    void markTwo() {
         model().refreshData();
         model().toDownloadMode();
-        QTRY_VERIFY(model().isDownloadMode());
+        QTRY_VERIFY_WITH_TIMEOUT(model().isDownloadMode(), 60'000);
         for (int row = 0; row < model().getCount(); ++row) {
             if (model().getLanguageFrom(row, true) == u"cs" || model().getLanguageFrom(row, true) == u"sr")
                 model().toggleSelected(row);
         }
         QCOMPARE(model().selectedCount(), 2);
-    }
-    static void waitForEnd() {
-        QTRY_VERIFY_WITH_TIMEOUT(controller().syncState() >= 5, 20000);
-        QThreadPool::globalInstance()->waitForDone();
-        QCoreApplication::processEvents();
-    }
-    void addSteps() {
-        m_script.add("start", [](const QString&) { controller().downloadPackageProcess(); });
-        m_script.add("again", [](const QString&) { controller().reDownloadPackageProcess(); });
-        m_script.add("cancel", [](const QString&) { controller().cancelDownloading(); });
-        m_script.add("until", [](const QString& state) {
-            QTRY_COMPARE_WITH_TIMEOUT(controller().syncState(), state.toInt(), 20000);
-            vellum::testing::takeSleeps();
-        });
-        m_script.add("wait", [](const QString& milliseconds) { QTest::qWait(milliseconds.toInt()); });
-        m_script.add("asleep", [](const QString&) {
-            bool hasSlept = false;
-            QTRY_VERIFY(hasSlept = hasSlept || !vellum::testing::takeSleeps().empty());
-        });
-        m_script.add("loading",
-                     [this](const QString&) { QTRY_COMPARE(filesIn("/mnt/ext1/Downloads").size(), 1); });
-        m_script.add("free",
-                     [](const QString&) { QVERIFY(QThreadPool::globalInstance()->waitForDone(1000)); });
-        m_script.add("block", [](const QString&) { QThreadPool::globalInstance()->waitForDone(); });
-        m_script.add("real-time", [](const QString&) { vellum::clock::setSpeed(1); });
-        m_script.add("unmark", [](const QString&) { model().refreshData(); });
-
-        m_script.add("set", [this](const QString& text) { set(text); });
-        m_script.add("stop-server", [this](const QString&) { m_device.server().stop(); });
-        m_script.add("offline", [this](const QString&) { m_device.setOnline(false); });
-        m_script.add("disconnected", [](const QString&) { vellum::state::setNetState(0); });
-        m_script.add("space", [](const QString& bytes) { vellum::state::setSecureFreeBytes(bytes.toInt()); });
-
-        m_script.add("no-installer", [this](const QString&) { QFile::remove(m_device.path(installer)); });
-        m_script.add("stand-in", [this](const QString& acts) { useStandIn(acts); });
-        m_script.add("acts", [](const QString& acts) { qputenv("TESSALY_INSTALLER_ACTS", acts.toUtf8()); });
-        m_script.add("older-host", [](const QString& package) {
-            const QByteArray path = package.toUtf8();
-            const char* const arguments[] = {"-package_name", path.constData()};
-            QVERIFY(OpenTask(installer, 2, arguments, 1) > 0);
-        });
-        m_script.add("kill", [](const QString&) {
-            const int task = FindTaskByAppName(installer);
-            QVERIFY(task > 0 && ::kill(task, SIGKILL) == 0); // -1 would be every process there is
-        });
-        m_script.add("old-success", [](const QString&) {
-            utilities::CfgWrapper status(statusFile, 1);
-            WriteInt(status.handle(), "out_code", 0);
-            WriteInt(status.handle(), "progress", 100);
-            QVERIFY(status.saveAndClose());
-        });
+        m_package = u"dicts_"_qs + model().getSelectedIds().replace(u',', u'_') + u".tsi"_qs;
     }
 
 private Q_SLOTS:
     void initTestCase() {
         QVERIFY(QFile::copy(m_device.path(installer), m_device.path("/var/installer")));
-        addSteps();
         connect(&controller(), &DictPMController::progressChanged, this,
                 [this](int value) { m_progress << value; });
     }
     void init() {
         m_device.startServer();
-        m_device.server().resetSwitches();
+        reset();
         m_device.setOnline(true);
         vellum::state::setSecureFreeBytes(-1);
-        for (const char* folder : {"/mnt/ext1/Downloads", "/mnt/secure/tspk", tests::dictionaryFolder})
-            empty(folder);
+        for (const char* folder : {downloads, "/mnt/secure/tspk", tests::dictionaryFolder}) {
+            QDir(m_device.path(folder)).removeRecursively();
+            QDir().mkpath(m_device.path(folder));
+        }
         for (const char* name : {"/mnt/secure/tspk/a ts dictionaries b", "/mnt/secure/tspk/other"})
-            QVERIFY(QFile(m_device.path(name)).open(QIODevice::WriteOnly));
+            writeFile(m_device.path(name), {});
         QFile::remove(m_device.path(statusFile));
         QFile::remove(m_device.path(installer));
         QVERIFY(QFile::copy(m_device.path("/var/installer"), m_device.path(installer)));
+        m_isStandIn = false;
+        m_isServed = true;
         vellum::clock::setSpeed(20);
         m_watch.emplace();
+        for (const auto& text :
+             {u"Error installing dictionaries"_qs, u"Can not download"_qs, u"Can not start"_qs})
+            m_watch->allow(text);
         // By hand, without a run: back to the start.
         controller().setSyncState(6);
         controller().handleDownloadFinished();
@@ -179,7 +200,7 @@ private Q_SLOTS:
         const QString unexpected = m_watch->unexpected().join(u'\n');
         m_signals.reset();
         m_watch.reset();
-        m_device.server().stop();
+        stopServer();
         QCOMPARE(unexpected, QString());
     }
 
@@ -193,112 +214,126 @@ private Q_SLOTS:
     }
 
     void ends_data() {
-        QTest::addColumn<QString>("told"); // the row's name is the script
-        QTest::addColumn<QString>("logged");
-        const auto row = [](const char* script, const QString& told, const QString& logged = {}) {
-            QTest::newRow(script) << told << logged;
+        QTest::addColumn<Steps>("steps");
+        QTest::addColumn<QString>("told");
+        QTest::addColumn<int>("reports"); // that the server gets
+        QTest::addColumn<int>("code");    // of a failed installation
+        const auto row = [](const char* name, const QString& told, const Steps& steps, int left = 0) {
+            QTest::newRow(name) << steps << told << int(told.count(u'8')) + left << 0;
         };
-        const auto failing = [&row](const char* script, int code) {
-            row(script, notInstalled.arg(code == -10 ? 7 : 6),
-                u"Error installing dictionaries (code: %1)."_qs.arg(code));
+        const auto failing = [](const char* name, int code, const Steps& steps) {
+            const auto told = u"1 2 3 4 7 error(%1) syncFinished(false) fatalError()"_qs;
+            QTest::newRow(name) << steps << told.arg(code == -10 ? 7 : 6) << 0 << code;
         };
-        row("again", installed); // before any request
-        row("start", installed);
-        row("set package_build_ms 1000; start", installed);
-
-        row("disconnected; start", installed);
-        row("unmark; start", u"1 error(1) 5"_qs);
-        row("set package_request wait; start", u"1 error(2) 5"_qs);
-        row("set package_request malformed; start", u"1 error(3) 5"_qs);
-        row("stop-server; start", u"1 error(3) 5"_qs);
-        row("set package_state malformed; start", u"1 2 error(5) 5"_qs);
-        row("set package_state wait; start", u"1 2 error(2) 5"_qs);
-        row("offline; start; again", {});
-        row("set package_state wait; start; until 5; set reset; again; until 8",
-            u"1 2 error(2) 5 2 error(0) 3"_qs + installed.mid(5));
-
-        failing("set package_fault damaged; start", -11);
-        failing("set package_fault wrong_size; start", -3);
-        failing("set bytes_per_second 20000; start; loading; stop-server", -3);
-        failing("space 1000; start", -10);
-        failing("no-installer; start", -1);
-        failing("stand-in 0.1 -7; start", -7);
-        failing("old-success; stand-in 0.3; start", -1);
-        failing("stand-in 60 -1 40; start; until 4; kill", -1);
-        row("stand-in 0.5 0; start; until 4; stop-server; until 8", installed); // without a report
-        row("stand-in 60 0 100; start", installed); // one that says it is done and doesn't end
-
-        // While the installer of a host that was killed is at work; for too long in the end.
-        failing("stand-in 0 0 100 0.6; older-host /old; acts 1 -7; start", -7);
-        failing("stand-in 60; older-host /old; start; until 7; kill", -1);
-
-        // Each gives its thread back at once.
-        row("set delay_ms 5000; start; wait 50; cancel; free", u"1 6"_qs);
-        row("real-time; set package_state wait; start; asleep; cancel; free", u"1 2 6"_qs);
-        row("set bytes_per_second 4000; start; loading; wait 50; cancel; free", u"1 2 3 6"_qs);
-        row("set bytes_per_second 4000; start; loading; set reset; start", u"1 2 3 "_qs + installed);
-        row("start; block; cancel", u"1 6 2 3"_qs); // what the worker had told arrives late
-        row("stand-in 0.3 0; start; until 4; cancel; until 8", u"1 2 3 4 6 8 syncFinished(true)"_qs);
-        // While the old worker sleeps, and while the old package is still being installed.
-        row("real-time; set package_state wait; start; asleep; cancel; set reset; start; until 8; wait 100",
-            u"1 2 6 "_qs + installed);
-        row("stand-in 0.6 0; start; until 4; set package_state wait; start; wait 1000; cancel",
-            u"1 2 3 4 1 2 6"_qs);
-        row("stand-in 0.6 0; start; until 4; wait 150; acts 0 0; start; until 8", u"1 2 3 4 "_qs + installed);
-    }
-    void ends() {
-        const QString script = QString::fromUtf8(QTest::currentDataTag());
-        QFETCH(const QString, told);
-        for (const QString& text :
-             {u"Error installing dictionaries"_qs, u"Can not download"_qs, u"Can not start"_qs})
-            m_watch->allow(text);
-        m_script.run(script);
-        if (!told.isEmpty())
-            waitForEnd();
-        if (told.endsWith(u'5') || told.endsWith(u'6'))
-            QTRY_COMPARE(controller().progress(), 0);
-        QTRY_VERIFY(FindTaskByAppName(installer) == -1);
-        QCOMPARE(story(), told);
-        QTEST(m_watch->lines(u"Error installing"_qs).join(u' '), "logged");
-        QCOMPARE(filesIn("/mnt/ext1/Downloads"), QStringList());
-        const bool isInstalled = controller().syncState() == 8 && !script.contains(u"stand-in"_qs);
-        QStringList packages = filesIn("/mnt/secure/tspk");
-        if (!isInstalled)
-            packages.removeAll(u"a ts dictionaries b"_qs); // an old one goes when the next is installed
-        QCOMPARE(packages, QStringList(u"other"_qs));
-        QCOMPARE(filesIn(tests::dictionaryFolder).size(), isInstalled ? 2 : 0);
-        // What a run left to its installer is reported, too.
-        const auto reports = told.count(u'8') + script.count(u"stand-in 0.6 0;"_qs);
-        if (reports > 0 && !script.contains(u"stop-server"))
-            QCOMPARE(m_device.server().status()[u"reported"].toArray().size(), reports);
-        if (script.contains(u"reset; again"_qs)) // for the package that was asked for before
-            QVERIFY(!m_device.server().status()[u"requests"].toObject().contains(u"package_request"));
-        if (told == u"1 2 error(2) 5") {
+        row("retried before any request", installed, again);
+        row("connected first, built for a while", installed,
+            [this] { vellum::state::setNetState(0), set("package_build_ms", 1000), start(); });
+        row("nothing marked", u"1 error(1) 5"_qs, [] { model().refreshData(), start(); });
+        row("asked too often", u"1 error(2) 5"_qs, [this] { set("package_request", u"wait"_qs), start(); });
+        row("no server", u"1 error(3) 5"_qs, [this] { stopServer(), start(); });
+        row("no URL", u"1 2 error(5) 5"_qs, [this] { set("package_state", u"malformed"_qs), start(); });
+        row("no network", {}, [this] { m_device.setOnline(false), start(), again(); });
+        row("waits in vain, retried", u"1 2 error(2) 5 2 error(0) 3"_qs + installed.mid(5), [this] {
+            set("package_state", u"wait"_qs), start(), until(5);
             QCOMPARE(vellum::testing::takeSleeps(),
                      std::vector<int>({2000, 2000, 2000, 2000, 2000, 5000, 5000, 5000, 5000, 5000}));
+            QTRY_COMPARE(controller().progress(), 0);
+            reset(), again(), until(8); // for the package that was asked for before
+            QVERIFY(!m_device.server().status()[u"requests"].toObject().contains(u"package_request"));
+        });
+        // No worker leaves an error behind and succeeds; an interface could set one.
+        for (const int error : {1, 2, 3, 4, 5}) {
+            const auto told = error % 2 == 0 ? u"simpleError()"_qs : u"syncFinished(false) fatalError()"_qs;
+            row(qPrintable(u"error %1 by hand"_qs.arg(error)),
+                u"1 error(%1) 2 3 %2 5 6"_qs.arg(error).arg(told),
+                [error] { start(), block(), controller().setErrorType(error), until(5), cancel(); });
         }
+
+        failing("broken off", -3, [this] { startAndLoad(), stopServer(); });
+        failing("no space", -10, [] { vellum::state::setSecureFreeBytes(1000), start(); });
+        failing("no installer", -1, [this] { QFile::remove(m_device.path(installer)), start(); });
+        failing("an old result", -1, [this] {
+            writeFile(m_device.path(statusFile), "out_code=0\nprogress=100\n");
+            standIn("0.3"), start();
+        });
+        failing("installer killed", -1, [this] { install("60 -1 40"), killInstaller(); });
+        row("not reported", installed, [this] { install("0.5 0"), stopServer(), until(8); });
+        row("installer done, but at work", installed, [this] { standIn("60 0 100"), start(); });
+        failing("after an older installer", -7,
+                [this] { standIn("0 0 100 0.6"), startOlderInstaller(), actAs("1 -7"), start(); });
+        failing("too long after an older installer", -1,
+                [this] { standIn("60"), startOlderInstaller(), start(), until(7), killInstaller(); });
+
+        row("cancelled when asking", u"1 6"_qs,
+            [this] { set("delay_ms", 5000), start(), QTest::qWait(50), cancel(), free(); });
+        row("cancelled when waiting", u"1 2 6"_qs, [this] { startAndSleep(), cancel(), free(); });
+        row("cancelled when loading", u"1 2 3 6"_qs,
+            [this] { startAndLoad(), QTest::qWait(50), cancel(), free(); });
+        row("cancelled when loaded", u"1 6 2 3"_qs, [] { start(), block(), cancel(); }); // 2, 3 come late
+        row("cancelled when installing", u"1 2 3 4 6 8 syncFinished(true)"_qs,
+            [this] { install("0.3 0"), cancel(), until(8); });
+        row("anew when loading", u"1 2 3 "_qs + installed, [this] { startAndLoad(), reset(), start(); });
+        row("anew while the old one sleeps", u"1 2 6 "_qs + installed,
+            [this] { startAndSleep(), cancel(), reset(), start(), until(8), QTest::qWait(100); });
+        // What a run left to its installer is reported, too.
+        row(
+            "anew while installing, cancelled", u"1 2 3 4 1 2 6"_qs,
+            [this] {
+                install("0.6 0");
+                set("package_state", u"wait"_qs), start(), QTest::qWait(1000), cancel();
+            },
+            1);
+        row(
+            "anew while installing", u"1 2 3 4 "_qs + installed,
+            [this] { install("0.6 0"), QTest::qWait(150), actAs("0 0"), start(), until(8); }, 1);
+    }
+    void ends() {
+        QFETCH(const Steps, steps);
+        QFETCH(const QString, told);
+        QFETCH(const int, code);
+        steps();
+        if (!told.isEmpty())
+            QTRY_VERIFY_WITH_TIMEOUT(controller().syncState() >= 5, 60'000);
+        QThreadPool::globalInstance()->waitForDone();
+        QTRY_VERIFY_WITH_TIMEOUT(FindTaskByAppName(installer) == -1, 10'000);
+        QCoreApplication::processEvents();
+        if (told.endsWith(u'5') || told.endsWith(u'6'))
+            QTRY_COMPARE(controller().progress(), 0);
+        QCOMPARE(story(), told);
+        QCOMPARE(m_watch->lines(u"Error installing"_qs),
+                 code == 0 ? QStringList()
+                           : QStringList(u"Error installing dictionaries (code: %1)."_qs.arg(code)));
+        QCOMPARE(filesIn(downloads), QStringList());
+        const bool isInstalled = told.endsWith(u"8 syncFinished(true)");
+        QCOMPARE(filesIn(tests::dictionaryFolder).size(), isInstalled && !m_isStandIn ? 2 : 0);
+        if (isInstalled) {
+            QCOMPARE(filesIn("/mnt/secure/tspk"), QStringList(u"other"_qs));
+            QCOMPARE(QString::fromUtf8(readFile(m_device.path(statusFile))).simplified(),
+                     u"out_code=-1 progress=0"_qs);
+        }
+        if (m_isServed)
+            QTEST(int(m_device.server().status()[u"reported"].toArray().size()), "reports");
         QCOMPARE(controller().isInstalling(), 90 <= controller().progress() && controller().progress() <= 95);
         controller().handleDownloadFinished(); // by hand, after its end: does no harm
         QCOMPARE(story(), QString());
     }
 
     void showsProgress() {
-        m_watch->allow(u"Error installing dictionaries"_qs);
-        m_script.run(
-            u"stand-in 0.1 -7; start; until 7; acts 0.5 0 60; real-time; set bytes_per_second 30000"_qs);
+        standIn("0.1 -7"), start(), until(7);
         QVERIFY(controller().progress() >= 90 && controller().isInstalling());
+        actAs("0.5 0 60"), vellum::clock::setSpeed(1), set("bytes_per_second", 15'000);
         m_signals->take();
         m_progress.clear();
-        controller().downloadPackageProcess();
+        const TickRecorder ticks;
+        start();
         QVERIFY(controller().progress() == 0 && !controller().isInstalling());
         controller().handleDownloadProgress();
         QCOMPARE(controller().progress(), 10);
-        QTRY_COMPARE_WITH_TIMEOUT(controller().syncState(), 4, 20000);
+        until(4);
         QVERIFY(controller().isInstalling());
-        QElapsedTimer sinceStart;
-        sinceStart.start();
-        QTRY_COMPARE(controller().syncState(), 8);
-        QVERIFY(sinceStart.elapsed() >= 1150); // it is looked at after 200 ms, and 1000 later
+        until(8);
+        QCOMPARE(QSet(ticks.repeated.begin(), ticks.repeated.end()), QSet<int>({1000}));
+        QVERIFY(ticks.single.first() == 200 && ticks.single.count(1000) == ticks.single.size() - 1);
         const QString told = m_signals->take().join(u' ');
         QCOMPARE(told.mid(told.indexOf(u"progressChanged(93)")),
                  u"progressChanged(93) progressChanged(95) isInstallingChanged(false) progressChanged(98) "
@@ -312,5 +347,12 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(PackageDownloadTest)
+int main(int count, char** arguments) {
+    if (std::string(arguments[0]).ends_with(installer))
+        return standInForInstaller(arguments[2]);
+    const QCoreApplication application(count, arguments);
+    PackageDownloadTest test;
+    return QTest::qExec(&test, count, arguments);
+}
+
 #include "package_download_test.moc"

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QMetaMethod>
-#include <QObject>
-#include <QStringList>
+#include <QTimer>
 #include <QVariant>
 #include <utility>
 #include <vector>
@@ -43,4 +44,20 @@ public:
 private:
     std::vector<QMetaMethod> m_signals;
     QStringList m_recorded;
+};
+
+/// The milliseconds of each QTimer of the application's thread that ticks while it lives: of those that go
+/// on, and of those that tick once. However late they tick.
+class TickRecorder : public QObject {
+public:
+    TickRecorder() { qApp->installEventFilter(this); }
+
+    QList<int> repeated, single;
+
+    bool eventFilter(QObject* receiver, QEvent* event) override {
+        const auto* const timer = event->type() == QEvent::Timer ? qobject_cast<QTimer*>(receiver) : nullptr;
+        if (timer)
+            (timer->isSingleShot() ? single : repeated) << timer->interval();
+        return false;
+    }
 };
