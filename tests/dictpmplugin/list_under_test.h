@@ -6,10 +6,10 @@
 #include <dictpmplugin/db/dictionarydao.h>
 #include <dictpmplugin/dictionarieslistmodel.h>
 #include <simulator/fixture/test_device.h>
+#include <tests/support/files.h>
 #include <tests/support/log_watch.h>
 
 #include <QAbstractItemModelTester>
-#include <QDir>
 #include <QTest>
 #include <optional>
 
@@ -32,14 +32,9 @@ public:
                                                    QAbstractItemModelTester::FailureReportingMode::QtTest};
     SignalRecorder recorder{&model};
 
-    QDir installed() const { return QDir(device.path(dictionaryFolder)); }
-    QString fileOf(const QString& name) const { return installed().filePath(name + u".tsdict"_qs); }
+    QString fileOf(const QString& name) const { return device.path(dictionaryFolder) + name + u".tsdict"_qs; }
     void install(const QString& name, const QMap<QString, QString>& metadata = languages("en", "")) const {
         writeDictionary(fileOf(name), metadata);
-    }
-    void store(const QString& name, const QByteArray& content) const {
-        QFile file(fileOf(name));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
     }
     static void catalogue(const std::vector<dictionary::DictionaryInfo>& records) {
         const dictionary::DictionaryDAO dao(QSqlDatabase::database(catalogueConnection));
