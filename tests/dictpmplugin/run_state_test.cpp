@@ -19,6 +19,7 @@ private Q_SLOTS:
         const auto second = value.begin();
         QVERIFY(!value.isOver(second) && !value.setState(6) && value.isOver(second));
         QVERIFY(!value.setState(second, 2) && value.state() == 6 && value.error() == 3);
+        QVERIFY(value.setState(7) && value.isOver(second)); // whatever comes then
     }
 
     void refusesWhatDoesNotFit() {
@@ -29,37 +30,23 @@ private Q_SLOTS:
         QVERIFY(value.setState(-32768) && value.setError(127) && value.state() == -32768);
     }
 
-    /// Workers write as fast as they can while runs are begun and cancelled.
+    /// A worker writes as fast as it can while runs are begun and cancelled.
     void staysCancelledUnderFire() {
         RunState value;
         std::atomic<RunState::Run> current{value.begin()};
-        std::atomic<bool> stop{false};
-        const auto work = [&] {
-            for (int i = 0; !stop; ++i) {
-                const auto run = current.load();
-                value.setState(run, 2 + i % 2);
-                value.setError(run, i % 4);
-            }
-        };
-        std::thread workers[] = {std::thread(work), std::thread(work), std::thread(work)};
-        int changesOfCancelled = 0;
-        int worked = 0;
-        for (int i = 0; i < 1000; ++i) {
+        const std::jthread worker([&](const std::stop_token& stop) {
+            for (int i = 0; !stop.stop_requested(); ++i)
+                value.setState(current, 2 + i % 2);
+        });
+        for (int i = 0; i < 300; ++i) {
             value.setState(1);
             current = value.begin();
-            for (int wait = 0; wait < 1000 && value.state() == 1; ++wait)
+            while (value.state() == 1) // and has been told of the run
                 std::this_thread::yield();
-            worked += value.state() == 1 ? 0 : 1;
             value.setState(6);
-            const int error = value.error();
             std::this_thread::yield();
-            changesOfCancelled += value.state() != 6 || value.error() != error ? 1 : 0;
+            QCOMPARE(value.state(), 6);
         }
-        stop = true;
-        for (std::thread& worker : workers)
-            worker.join();
-        QCOMPARE(changesOfCancelled, 0);
-        QVERIFY(worked > 0);
     }
 };
 
