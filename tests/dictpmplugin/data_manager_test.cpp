@@ -1,19 +1,17 @@
 #include "db/catalogue_rows.h"
+#include "signal_recorder.h"
 
 #include <dictionaries/routes.h>
 #include <dictpmplugin/connector.h>
 #include <dictpmplugin/data_manager.h>
 #include <dictpmplugin/db/dbholder.h>
 #include <dictpmplugin/dictionarieslistmodel.h>
-#include <simulator/fixture/fault_proxy.h>
 #include <simulator/fixture/test_device.h>
 #include <tests/support/child_process.h>
 #include <tests/support/log_watch.h>
-#include <utilities/http_client.h>
 #include <vellum/device_state.h>
 #include <vellum/vellum.h>
 
-#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTest>
 #include <algorithm>
@@ -23,7 +21,6 @@
 using namespace tessaly;
 using dictionary::DataManager;
 using tests::catalogueConnection;
-using Kind = fixture::Fault::Kind;
 
 constexpr auto agent = "/ebrmain/bin/netagent";
 constexpr int success = -1; // beside the errors
@@ -71,7 +68,6 @@ private Q_SLOTS:
         m_device.setServerUrl(m_device.server().url());
         m_device.setOnline(true);
         vellum::state::setConnectDelayMs(60'000);
-        utilities::HttpClient::setDefaultLimits({});
         DataManager::isConnecting = false;
         QFile::remove(m_device.path("/mnt/ext1/system/tsdicts/tsdicts.db"));
         open();
@@ -81,33 +77,21 @@ private Q_SLOTS:
         QCOMPARE(m_watch->unexpected(), QStringList());
     }
 
-    void failuresLeaveTheStoredCatalogue_data() {
-        QTest::addColumn<Kind>("fault");   // on the way
-        QTest::addColumn<QString>("mode"); // of the server
-        QTest::addColumn<int>("error");
-        QTest::newRow("refused") << Kind::None << u"status:500"_qs << int(DataManager::UndefinedError);
-        QTest::newRow("malformed") << Kind::None << u"malformed"_qs << int(DataManager::UndefinedError);
-        QTest::newRow("no server") << Kind::None << QString() << int(DataManager::NetworkError);
-        QTest::newRow("no network") << Kind::None << QString() << int(DataManager::NetworkNotAvailableError);
-        QTest::newRow("cut off") << Kind::Close << u"normal"_qs << int(DataManager::NetworkError);
-        QTest::newRow("stalled") << Kind::Stall << u"normal"_qs << int(DataManager::NetworkError);
-    }
     void failuresLeaveTheStoredCatalogue() {
-        QFETCH(const Kind, fault);
-        QFETCH(const QString, mode);
-        QFETCH(const int, error);
         m_holder->dictionaryDAO().addMultiple(tests::makeRecords(3)).qGetOrErr();
-        if (!mode.isEmpty())
-            m_device.server().setSwitches({{u"catalogue"_qs, mode}});
-        utilities::HttpClient::setDefaultLimits({2000, 1, 2, 1 << 20});
-        fixture::FaultProxy proxy(std::uint16_t(m_device.server().port()));
-        proxy.setFault({fault, 700, 0});
-        m_device.setServerUrl(u"http://127.0.0.1:%1"_qs.arg(mode.isEmpty() ? 1 : proxy.port()));
-        m_device.setOnline(error != DataManager::NetworkNotAvailableError);
-        QCOMPARE(synchronize(), error);
-        const auto fromNet = m_manager->getDictionariesFromNet();
-        QVERIFY(fromNet.isLeft() && int(fromNet.getLeft()) == error);
-        QCOMPARE(stored("dicts_id"), QStringList({u"1"_qs, u"2"_qs, u"3"_qs}));
+        const auto check = [this](int error) {
+            const auto fromNet = m_manager->getDictionariesFromNet();
+            QVERIFY(synchronize() == error && fromNet.isLeft() && int(fromNet.getLeft()) == error);
+            QCOMPARE(stored("dicts_id"), QStringList({u"1"_qs, u"2"_qs, u"3"_qs}));
+        };
+        for (const auto& answer : {u"status:500"_qs, u"malformed"_qs}) {
+            m_device.server().setSwitches({{u"catalogue"_qs, answer}});
+            check(DataManager::UndefinedError);
+        }
+        m_device.setServerUrl(u"http://127.0.0.1:1"_qs);
+        check(DataManager::NetworkError);
+        m_device.setOnline(false);
+        check(DataManager::NetworkNotAvailableError);
     }
 
     /// On a worker thread, as the list model does it.
@@ -200,70 +184,77 @@ private Q_SLOTS:
         }
     }
 
-    void connectsOnceWithoutADatabase() {
+    void netConnectTellsWhetherItConnected() {
+        QCOMPARE(DataManager::netConnect().right(), false);
         vellum::state::setNetState(0);
-        database().close();
-        m_watch->allow(u"DataManager::getDictionariesFromDB error: error while listing dictionaries: "_qs);
-        m_watch->allow(u"database not open"_qs);
-        QCOMPARE(m_manager->getDictionariesFromDB().left(), DataManager::DatabaseFileNotExist);
-        QTRY_VERIFY(FindTaskByAppName(agent) > 0);
-        const int task = FindTaskByAppName(agent);
-        QCOMPARE(m_manager->getDictionariesFromDB().left(), DataManager::DatabaseError);
-        QTest::qWait(50);
-        QCOMPARE(FindTaskByAppName(agent), task);
-        m_manager->stopConnecting();
-        QTRY_COMPARE(FindTaskByAppName(agent), -1);
+        vellum::state::setConnectDelayMs(0);
+        QCOMPARE(DataManager::netConnect().right(), true);
+        QCOMPARE(m_watch->lines(u"DataManager::netConnect()` call time: "_qs).size(), 2);
     }
 
-    /// Each tick that gets a catalogue stores it once more; after thirty ticks nothing is asked any more.
-    void pollsEverySecondUntilConnected() {
-        vellum::state::setNetState(0);
-        dictionary::Connector connector(m_holder, nullptr);
-        QSignalSpy finished(&connector, &dictionary::Connector::finished);
-        QElapsedTimer timer;
-        timer.start();
-        const int task = connector.connectToInet();
-        for (const int ticks : {1, 2}) {
-            QVERIFY(finished.wait(10'000) && finished.last().first().toBool());
-            QCOMPARE(stored("dicts_id").size(), ticks * m_offered.size());
-        }
-        QVERIFY(timer.elapsed() >= 1900);
-        QCOMPARE(CloseTask(task, 0, 1), 0);
-        for (const int state : {2, 0}) { // the polling ends, and stays ended when the connection is lost
-            vellum::state::setNetState(state);
-            QVERIFY(!finished.wait(1500));
-        }
-        m_device.server().setSwitches({{u"catalogue"_qs, u"status:500"_qs}});
-        for (int tick = 3; tick <= 32; ++tick)
-            connector.tryConnectToInet();
-        QCOMPARE(m_watch->lines(u"[connector] error while listDictionaries"_qs).size(), 28);
-        QVERIFY(finished.size() == 32 && !finished.last().first().toBool());
-
-        m_device.server().resetSwitches();
-        dictionary::Connector closed(m_holder, nullptr);
-        QSignalSpy closedFinished(&closed, &dictionary::Connector::finished);
-        closed.setClose();
-        closed.tryConnectToInet();
-        QVERIFY(closedFinished.size() == 1 && !closedFinished.first().first().toBool());
-        QCOMPARE(stored("dicts_id").size(), 2 * m_offered.size());
-    }
-
-    void aFinishedConnectionRefreshesTheList() {
+    /// One connection in the life of the process, whose first catalogue refreshes the list, until it is
+    /// closed.
+    void connectsInTheBackground() {
         close();
-        m_watch->allow(u"is still in use"_qs); // the list model's connection stays
-        QSignalSpy reset(dictionary::DictionariesListModel::instance(), &QAbstractItemModel::modelReset);
-        m_watch->allow(u"database not open"_qs);
+        for (const auto& text : {u"is still in use"_qs, u"database not open"_qs,
+                                 u"DataManager::getDictionariesFromDB error: error while listing"_qs})
+            m_watch->allow(text); // the list model's connection stays
+        const QSignalSpy reset(dictionary::DictionariesListModel::instance(),
+                               &QAbstractItemModel::modelReset);
+        const auto failures = [this] {
+            return m_watch->lines(u"[connector] error while listDict"_qs).size();
+        };
         QSqlDatabase db = tests::openInMemory();
         DataManager manager(std::make_shared<dictionary::DBHolder>(db));
         db.close();
         vellum::state::setNetState(0);
         m_device.server().setSwitches({{u"catalogue"_qs, u"status:500"_qs}});
+        manager.stopConnecting(); // nothing yet
+        const TickRecorder ticks;
         QCOMPARE(manager.getDictionariesFromDB().left(), DataManager::DatabaseFileNotExist);
-        QTRY_VERIFY(!m_watch->lines(u"[connector] error while listDictionaries"_qs).isEmpty());
-        QCOMPARE(reset.size(), 0);
+        QTRY_VERIFY(FindTaskByAppName(agent) > 0);
+        const int task = FindTaskByAppName(agent);
+        QCOMPARE(manager.getDictionariesFromDB().left(), DataManager::DatabaseError);
+        QTRY_VERIFY_WITH_TIMEOUT(failures() > 0, 60'000);
+        QVERIFY(reset.isEmpty() && FindTaskByAppName(agent) == task);
         m_device.server().resetSwitches();
-        QVERIFY(reset.wait(5000));
+        QTRY_VERIFY_WITH_TIMEOUT(!reset.isEmpty(), 60'000);
         manager.stopConnecting();
+        QTRY_COMPARE_WITH_TIMEOUT(FindTaskByAppName(agent), -1, 60'000);
+        const auto told = reset.size();
+        const auto ticked = ticks.repeated.size();
+        QTRY_VERIFY_WITH_TIMEOUT(ticks.repeated.size() > ticked, 60'000);
+        QVERIFY(reset.size() == told && ticks.repeated.count(1000) == ticks.repeated.size());
+    }
+
+    /// Each tick that gets a catalogue stores it once more; after thirty ticks nothing is asked any more.
+    void ticks() {
+        vellum::state::setNetState(0);
+        dictionary::Connector connector(m_holder, nullptr);
+        const QSignalSpy finished(&connector, &dictionary::Connector::finished);
+        const TickRecorder ticks;
+        const auto storedAfter = [&](bool isOk) {
+            connector.tryConnectToInet();
+            return finished.last().first().toBool() == isOk ? stored("dicts_id").size() : -1;
+        };
+        QCOMPARE(storedAfter(true), m_offered.size());
+        QCOMPARE(storedAfter(true), 2 * m_offered.size());
+        m_device.server().setSwitches({{u"catalogue"_qs, u"status:500"_qs}});
+        for (int tick = 3; tick <= 32; ++tick)
+            QCOMPARE(storedAfter(false), 2 * m_offered.size());
+        QCOMPARE(m_watch->lines(u"[connector] error while listDictionaries"_qs).size(), 28);
+        QCOMPARE(CloseTask(connector.connectToInet(), 0, 1), 0);
+        vellum::state::setNetState(2); // the polling ends, and stays ended when the connection is lost
+        QTRY_COMPARE_WITH_TIMEOUT(ticks.repeated, QList<int>({1000}), 60'000);
+        vellum::state::setNetState(0);
+        QTest::qWait(1500);
+        QVERIFY(ticks.repeated.size() == 1 && finished.size() == 32);
+
+        m_device.server().resetSwitches();
+        dictionary::Connector closed(m_holder, nullptr);
+        closed.setClose();
+        closed.tryConnectToInet();
+        QCOMPARE(stored("dicts_id").size(), 2 * m_offered.size());
     }
 };
 

@@ -72,7 +72,14 @@ ControlsTest {
     }
 
     function tap(text) {
-        tryVerify(() => labelled(text), 2000, text)
+        tryVerify(() => labelled(text), 10000, text)
         mouseClick(labelled(text))
+    }
+
+    // In the end, at least.
+    function settles(look, expected, what) {
+        for (let tries = 0; tries < 100 && JSON.stringify(look()) !== JSON.stringify(expected); ++tries)
+            wait(50)
+        compare(look(), expected, what)
     }
 }

@@ -97,7 +97,7 @@ Item {
                     keyClick(step)
                 else
                     tap(step.replace(/@\w+/, key => qsTr(key)))
-                tryVerify(() => screen() === data.steps[i + 1], 2000, data.steps[i + 1] + " but " + screen())
+                settles(screen, data.steps[i + 1])
             }
             tryCompare(closed, "count", data.close ?? 0)
             wait(20)

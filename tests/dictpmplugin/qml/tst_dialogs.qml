@@ -137,37 +137,30 @@ Item {
             return dialog
         }
 
-        // Of 1, 2 and 5 dictionaries.
         function test_plurals_data() {
-            const words = { en: "dictionary dictionaries dictionaries", de: "Wörterbuch Wörterbücher Wörterbücher",
-                            fr: "dictionnaire dictionnaires dictionnaires", ru: "словарь словаря словарей" }
-            const titles = Object.assign({}, words, { ru: "словаря словарей словарей" })
-            return Object.keys(words).reduce((rows, language) => rows.concat([1, 2, 5].map((count, i) => ({
-                tag: `${language} ${count}`, language, count,
-                text: `${count} ${words[language].split(" ")[i]}`, title: `${count} ${titles[language].split(" ")[i]}`
-            }))), [])
+            return [{ tag: "one", count: 1, title: "1 словаря", text: "1 словарь" },
+                    { tag: "few", count: 2, title: "2 словарей", text: "2 словаря" },
+                    { tag: "many", count: 5, title: "5 словарей", text: "5 словарей" }]
         }
 
         function test_plurals(data) {
-            const contains = (text, words) => (text + " ").includes(words + " ")
-            useLanguage(data.language)
+            useLanguage("ru")
             stage(catalogue, [])
             enterDownloadMode()
             mark(data.count)
             const dialog = openProgress()
-            verify(contains(dialog.title, data.title), dialog.title)
-            verify(shows(qsTr("@DictionaryPackage")))
+            verify(dialog.title.endsWith(data.title), dialog.title)
             DictPMController.syncFinished(false)
-            verify(dialog.isDownloding && shows(qsTr("@Cancel")))
+            verify(dialog.isDownloding && shows(qsTr("@DictionaryPackage")) && shows(qsTr("@Cancel")))
             DictPMController.syncFinished(true)
             compare(dialog.title, qsTr("@SuccessfullyDownloaded"))
-            verify(front(item => typeof item.text === "string" && contains(item.text, data.text)), data.text)
+            verify(front(item => typeof item.text === "string" && `${item.text} `.includes(data.text + " ")), data.text)
             verify(!shows(qsTr("@DictionaryPackage")) && !shows("0%"))
             tap(qsTr("@OK"))
             compare([applied.count, cancelled.count], [1, 0])
             dialog.visible = false
             dialog.visible = true
-            verify(dialog.isDownloding && contains(dialog.title, data.title))
+            verify(dialog.isDownloding && dialog.title.endsWith(data.title))
         }
 
         // A run whose installer is at work, but for which the server still keeps the device waiting.

@@ -92,6 +92,7 @@ Item {
         function initTestCase() {
             const words = "It explains some thousand words of everyday language, each with its forms. "
             stage(catalogue.map(each => Object.assign({}, each, { description: words.repeat(14) })), [3, 4, 1])
+            DictionariesListModel.chooseDictionary(1, false)
             switches.answer("/morphology/en.zip", 0, "")
             switches.setMorphology("en", false)
         }
@@ -117,8 +118,14 @@ Item {
 
         function test_noTextIsCut(data) {
             use(data.touch, data.language, ...data.size.split("x").map(Number))
-            for (const journey of journeys)
-                travel(journey, "", screen => compare(cutTexts(scene.Window.contentItem), [], screen))
+            const pictured = data.language === "en" && scene.width === 758 ? ["list", "information", "marked", "progress"] : []
+            for (const journey of journeys) {
+                travel(journey, "", screen => {
+                    settles(() => cutTexts(scene.Window.contentItem), [], screen)
+                    if (pictured.includes(screen))
+                        settles(() => switches.difference(scene, screen + (data.touch ? "-touch" : "-keys")), "")
+                })
+            }
         }
 
         // What an assistive tool finds on each of the foremost screens, but for lists and their headers.
@@ -152,9 +159,9 @@ Item {
             travel(journeys.find(journey => data.tag in journey), data.tag, screen => {
                 if (screen !== data.tag)
                     return
-                const found = switches.accessibleItems(scene)
-                compare(data.has.filter(item => !found.includes(item)), [], found.join("\n"))
-                compare(found.filter(item => item.split("|")[1] === ""), []) // nothing is without a name
+                const found = () => switches.accessibleItems(scene)
+                settles(() => data.has.filter(item => !found().includes(item)), [], found().join("\n"))
+                settles(() => found().filter(item => item.split("|")[1] === ""), []) // nothing is without a name
             })
         }
     }
