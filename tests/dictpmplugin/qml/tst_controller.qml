@@ -40,9 +40,13 @@ Item {
             waitForRendering(controller)
         }
 
-        function changeRows() {
-            switches.install(["Dictionary 2", "Dictionary 3"])
+        function arrive(...numbers) {
+            switches.install(numbers.map(number => "Dictionary " + number))
             DictionariesListModel.refreshData()
+        }
+
+        function offer(records) {
+            switches.answer("/v1/dictionaries", 200, JSON.stringify(records))
         }
 
         // Steps, each with the screen that it leads to. What begins with "@" is touched, a number is a key.
@@ -51,6 +55,7 @@ Item {
             const up = Qt.Key_Up, down = Qt.Key_Down, right = Qt.Key_Right
             const info = ["@Info", "information"], add = ["@AddNewDictionaries", "marking"]
             const download = add.concat([() => mark(1), "marking", "@Download (1)", "progress"])
+            const added = ["@AddNewDictionaries", "list", () => tryVerify(() => wideButton().enabled)]
             const waits = () => DictPMController.simpleError()
             const succeeds = () => DictPMController.syncFinished(true)
             const fails = () => DictPMController.fatalError()
@@ -71,13 +76,21 @@ Item {
                 { tag: "kept", steps: [...info, "@Delete", "question", "@No", "information", back, "list"] },
                 { tag: "kept by back", steps: [...info, "@Delete", "question", back, "information"] },
                 { tag: "deleted", steps: [...info, "@Delete", "question", "@Yes", "list"], left: 1 },
-                { tag: "another row by now", steps: [...info, () => changeRows(), "information", "@Delete", "question",
+                { tag: "another row by now", steps: [...info, () => arrive(2, 3), "information", "@Delete", "question",
                                                      "@Yes", "list"] },
                 { tag: "nothing marked", steps: [...add, back, "list"] },
                 { tag: "cancelled", steps: [...download, "@Cancel", "none"], close: 1 },
                 { tag: "left", steps: [...download, back, "none"], close: 1 },
                 { tag: "not while it installs", steps: [...download, installs, "progress", back, "progress"] },
-                { tag: "success", steps: [...download, succeeds, "success", "@OK", "none"], installed: 1 },
+                { tag: "success", installed: 1, chosen: 1, close: 1, // by what is chosen
+                  steps: [...download, () => arrive(1, 3), "progress", succeeds, "success", "@OK", "none"] },
+                { tag: "success without it", installed: 1, chosen: -1,
+                  steps: [...download, () => arrive(1, 7), "progress", succeeds, "success", "@OK", "none"] },
+                { tag: "nothing installed", keys: true, left: 0,
+                  steps: [() => arrive(), "list", enter, "marking", back, "list"] },
+                { tag: "nothing new", steps: [() => offer([]), "list", ...added, "list"] },
+                { tag: "the server fails", steps: [() => offer({}), "list", ...added, "list"] },
+                { tag: "no network", steps: [() => switches.setOnline(false), "list", ...added, "list"] },
                 { tag: "slow, terminated", steps: [...download, waits, "slow", "@Terminate", "none"], close: 1 },
                 { tag: "slow, waited for", steps: [...download, waits, "slow", "@Wait", "progress"] },
                 { tag: "slow, entered", keys: true, close: 1,
@@ -158,25 +171,6 @@ Item {
             compare(front(item => item.autohideInterval !== undefined), null)
             compare([screen(), closed.count], ["list", 0])
             verify(shows("German → French") && !shows(qsTr("@NoInstalledDictionaries")) && !host.activeFocus)
-        }
-
-        function test_downloadedIsChosen_data() {
-            return [{ tag: "there", id: 3, chosen: "Dictionary 3" }, { tag: "missing", id: 7, chosen: "" }]
-        }
-
-        function test_downloadedIsChosen(data) {
-            open(true)
-            tap(list)
-            tryVerify(() => screen() === "marking")
-            mark(1)
-            tap(marking + " (1)")
-            tryVerify(() => screen() === "progress")
-            switches.install(["Dictionary " + data.id, "Dictionary 1"])
-            DictPMController.syncFinished(true)
-            tap(success)
-            const row = DictionariesListModel.selectedDictionaryIndex
-            compare(DictionariesListModel.getTitle(row), data.chosen)
-            compare(installed.count, 1)
         }
     }
 }
