@@ -226,8 +226,10 @@ Item {
                 useTouch(touch)
                 panel.contentY = 0
                 dialog.focusOnFirstElement()
-                if (!touch)
+                if (!touch) {
                     keyClick(Qt.Key_Down) // from the header
+                    verify(front(item => item.pageStep !== undefined).activeFocus)
+                }
                 for (let i = 0; i < 60 && !panel.atYEnd; ++i)
                     keyClick(touch ? Qt.Key_PageDown : Qt.Key_Down)
                 verify(panel.atYEnd)

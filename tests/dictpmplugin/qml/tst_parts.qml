@@ -31,7 +31,7 @@ Item {
             onToggleSelectionClicked: scene.calls.push("toggle")
         }
     }
-    Component { id: listComponent; DictionariesListDialog { onClose: scene.calls.push("close") } }
+    Component { id: listComponent; DictionariesListDialog { onBack: scene.calls.push("back"); onClose: scene.calls.push("close") } }
     // qmllint enable unqualified
     Component { id: tileComponent; MorphDonwloadTile { width: 700; langIso: "en" } }
     QtObject { id: columns; property bool infoColumnSelected: false }
@@ -198,32 +198,38 @@ Item {
             stage(catalogue, [3])
             const dialog = createTemporaryObject(listComponent, scene)
             const download = () => front(item => item.image === "wb_download")
+            const question = () => front(item => item.canApply !== undefined)
             tryVerify(download)
-            for (const answer of ["@ContinueDownloading", "@Stop"]) {
-                if (download())
-                    mouseClick(download())
-                tap(qsTr("@Close"))
-                verify(shows(qsTr("@DoYouWantToStopTheDownload")))
-                compare(scene.calls, [])
-                tap(qsTr(answer))
-                tryVerify(() => !shows(qsTr("@DoYouWantToStopTheDownload")))
-            }
-            compare(scene.calls, ["close"])
-            tryVerify(download)
-
             mouseClick(download())
+            tap(qsTr("@Close"))
+            verify(shows(qsTr("@DoYouWantToStopTheDownload")))
+            tap(qsTr("@ContinueDownloading"))
+            tryVerify(() => !question())
+
             tap(qsTr("@Close"))
             scene.width -= 8
             dialog.visible = false // as when a screen is turned
             dialog.visible = true
             dialog.forceActiveFocus()
             scene.width += 8
-            tryVerify(() => front(item => item.canApply !== undefined).activeFocus)
+            tryVerify(() => question().activeFocus)
             dialog.visible = false
-            tryVerify(() => !shows(qsTr("@DoYouWantToStopTheDownload")))
+            tryVerify(() => !question())
             dialog.visible = true
-            front(item => item.installationSummary !== undefined).installationSummary.abortAll()
-            tryVerify(download)
+
+            useTouch(false)
+            dialog.focusOnFirstElement()
+            press([Qt.Key_Back])
+            tryVerify(() => question()?.activeFocus)
+            press([Qt.Key_Back])
+            tryVerify(() => !question())
+            verify(listView().activeFocus)
+
+            compare(scene.calls, [])
+            press([Qt.Key_Back])
+            tap(qsTr("@Stop"))
+            tryVerify(() => !question() && download())
+            compare(scene.calls, ["back"])
         }
     }
 }
