@@ -2,12 +2,12 @@
 
 #include <dictpmplugin/db/dbholder.h>
 #include <simulator/fixture/test_device.h>
+#include <tests/support/files.h>
 #include <tests/support/log_watch.h>
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QTest>
-#include <algorithm>
 #include <optional>
 #include <sys/eventfd.h>
 #include <sys/wait.h>
@@ -34,12 +34,6 @@ class DbHolderTest : public QObject {
         close();
         m_watch->clear();
         m_holder = DBHolder::newDefault();
-    }
-    QStringList leveledLines() const {
-        QStringList result;
-        for (const tessaly::log::Record& record : m_watch->records())
-            result << QString::number(int(record.level)) + u' ' + QString::fromStdString(record.text);
-        return result;
     }
     QString titles() const {
         const auto list = m_holder->dictionaryDAO().list();
@@ -68,19 +62,23 @@ private Q_SLOTS:
     }
 
     void createsAndReopens() {
-        const QString trying = u"4 Try to connect to database: "_qs + m_path;
-        open();
-        QCOMPARE(leveledLines(), QStringList({trying, u"4 Migrated db to 1version"_qs}));
+        using Level = tessaly::log::Level;
+        const auto opened = [this](Level level, const char* text) {
+            open();
+            const auto records = m_watch->records();
+            return records.size() == 2 && records[0].level == Level::Trace && records[1].level == level &&
+                   records[0].text == "Try to connect to database: " + m_path.toStdString() &&
+                   records[1].text == text;
+        };
+        QVERIFY(opened(Level::Trace, "Migrated db to 1version"));
         QVERIFY(works());
         // All is in the file itself; there is no log to hide or to grow.
         QCOMPARE(QFileInfo(m_path).dir().entryList(QDir::Files), QStringList(u"tsdicts.db"_qs));
-        open();
-        QCOMPARE(leveledLines(), QStringList({trying, u"1 No db migration preceeded. already migrated"_qs}));
+        QVERIFY(opened(Level::Error, "No db migration preceeded. already migrated"));
         for (const QString& killedBefore :
              {u"UPDATE Migration SET version = 0"_qs, u"DELETE FROM Migration"_qs}) {
             tests::rows(database(), killedBefore);
-            open();
-            QCOMPARE(m_watch->lines().last(), u"Migrated db to 1version"_qs);
+            QVERIFY(opened(Level::Trace, "Migrated db to 1version"));
             QCOMPARE(titles(), u"1, 2"_qs);
         }
     }
@@ -100,82 +98,75 @@ private Q_SLOTS:
         QTest::addColumn<int>("from");          // of the bytes that are overwritten then
         QTest::addColumn<int>("overwritten");   // their number; of what is cut off it is -1
         QTest::addColumn<QString>("outcome");
-        const auto bytes = [](const char* name, int from, int overwritten) {
+        for (const auto& [name, from, overwritten] : {std::tuple("half", 24'000, -1),
+                                                      {"header", 0, 100},
+                                                      {"format of the schema", 47, 1},
+                                                      {"version for writers", 18, 1},
+                                                      {"middle", 24'000, 6'000},
+                                                      {"length of the free list", 39, 1}})
             QTest::newRow(name) << QString() << from << overwritten << u"begun anew"_qs;
-        };
-        bytes("half", 24'000, -1);
-        bytes("header", 0, 100);
-        bytes("format of the schema", 47, 1);
-        bytes("version for writers", 18, 1);
-        bytes("middle", 24'000, 6'000);
-        bytes("length of the free list", 39, 1);
-        const auto row = [](const char* statement, const char* outcome) {
-            QTest::newRow(statement) << QString::fromLatin1(statement) << 0 << 0
-                                     << QString::fromLatin1(outcome);
-        };
-        row("DROP TABLE Dictionaries", "begun anew");
-        row("ALTER TABLE Dictionaries RENAME thumbnail TO t", "begun anew");
-        row("ALTER TABLE Migration RENAME version TO v", "begun anew");
-        row("PRAGMA writable_schema=ON; UPDATE sqlite_schema SET sql = replace(sql, 'INTEGER PRIM', 'X "
-            "PRIM')",
-            "begun anew");
-        row("UPDATE Dictionaries SET lang_iso_from = 'e!' WHERE id = 9", "begun anew");
-        row("UPDATE Dictionaries SET lang_iso_to = 'de-' WHERE id = 9", "begun anew");
-        row("UPDATE Dictionaries SET lang_iso_to = ''", "kept");
-        row("DELETE FROM Migration", "kept");
-        row("PRAGMA journal_mode=WAL", "kept");
-        row("DROP TABLE Migration", "kept");
-        row("UPDATE Migration SET version = 2", "kept");
-        row("UPDATE Migration SET version = 2; ALTER TABLE Dictionaries RENAME thumbnail TO t", "unread");
-        row("UPDATE Migration SET version = 2; DROP TABLE Dictionaries", "unread");
+        const auto rename = u"ALTER TABLE %1 RENAME %2 TO x"_qs;
+        const auto newer = u"UPDATE Migration SET version = 2;"_qs;
+        for (const auto& [name, outcome, statement] :
+             {std::tuple("no table", "begun anew", u"DROP TABLE Dictionaries"_qs),
+              {"no column", "begun anew", rename.arg(u"Dictionaries", u"thumbnail")},
+              {"no version", "begun anew", rename.arg(u"Migration", u"version")},
+              {"rows without numbers", "begun anew",
+               u"PRAGMA writable_schema=ON;"
+               "UPDATE sqlite_schema SET sql = replace(sql, 'INTEGER PRIM', 'X PRIM')"_qs},
+              {"wrong code", "begun anew", u"UPDATE Dictionaries SET lang_iso_from = 'e!' WHERE id = 9"_qs},
+              {"cut code", "begun anew", u"UPDATE Dictionaries SET lang_iso_to = 'de-' WHERE id = 9"_qs},
+              {"no code", "kept", u"UPDATE Dictionaries SET lang_iso_to = ''"_qs},
+              {"not migrated", "kept", u"DELETE FROM Migration"_qs},
+              {"never migrated", "kept", u"DROP TABLE Migration"_qs},
+              {"with a log", "kept", u"PRAGMA journal_mode=WAL"_qs},
+              {"newer", "kept", newer},
+              {"newer, other columns", "unread", newer + rename.arg(u"Dictionaries", u"thumbnail")},
+              {"newer, other tables", "unread", newer + u"DROP TABLE Dictionaries"_qs}})
+            QTest::newRow(name) << statement << 0 << 0 << QString::fromLatin1(outcome);
     }
     void healsWhatIsDamaged() {
-        QFETCH(const QString, statement);
         QFETCH(const int, from);
         QFETCH(const int, overwritten);
         open();
         QVERIFY(works(300));
+        QFETCH(const QString, statement);
         for (const QString& part : statement.split(u';', Qt::SkipEmptyParts))
             tests::rows(database(), part);
         close();
-        QFile file(m_path);
-        QFile aside(m_path + u".damaged"_qs); // there is an older one
-        QVERIFY(file.open(QIODevice::ReadWrite) && aside.open(QIODevice::WriteOnly));
-        QVERIFY(file.seek(from) && file.write(QByteArray(std::max(overwritten, 0), '\xA5')) >= 0);
-        QVERIFY(overwritten >= 0 || file.resize(from));
-        file.close();
-        const qint64 size = file.size();
-        const QString report =
-            u"Catalogue database is damaged: %1, moved aside to %2"_qs.arg(m_path, aside.fileName());
+        QByteArray content = readFile(m_path);
+        if (overwritten < 0)
+            content.truncate(from);
+        else
+            content.replace(from, overwritten, QByteArray(overwritten, '\xA5'));
+        writeFile(m_path, content);
+        writeFile(m_path + u".damaged"_qs, {}); // an older one
+        const QString report = u"Catalogue database is damaged: %1, moved aside to %1.damaged"_qs.arg(m_path);
         m_watch->allow(report);
         open();
         const bool isAnew = m_watch->lines(report).size() == 1;
-        QCOMPARE(QFile(aside.fileName()).size(), isAnew ? size : 0);
+        QCOMPARE(readFile(m_path + u".damaged"_qs), isAnew ? content : QByteArray());
         QVERIFY(!QFile::exists(m_path + u"-wal"_qs));
         const bool isRead = m_holder->dictionaryDAO().list().isRight();
         QTEST(isAnew ? u"begun anew"_qs : isRead ? u"kept"_qs : u"unread"_qs, "outcome");
         QCOMPARE(works(), isRead);
     }
 
-    void reportsWhatCannotBeOpened_data() {
-        QTest::addColumn<QString>("folder"); // that is there instead
-        QTest::newRow("a folder in its place") << QString();
-        QTest::newRow("damage that can't be moved") << u".damaged/full"_qs;
-    }
     void reportsWhatCannotBeOpened() {
-        QFETCH(const QString, folder);
-        QVERIFY(QDir(QFileInfo(m_path).path()).removeRecursively());
-        QVERIFY(QDir().mkpath(m_path + folder));
-        QFile file(m_path);
-        if (folder.endsWith(u"full"))
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write("no database") && file.flush());
-        const QString report = u"Can not open database file"_qs + m_path;
-        for (const QString& text :
-             {report, u", could not be moved to "_qs, u"database not open"_qs, u"sql error: "_qs})
+        for (const QString& text : {u", could not be moved to "_qs, u"database not open"_qs,
+                                    u"sql error: "_qs, u"Can not open database file"_qs + m_path})
             m_watch->allow(text);
-        open();
-        QVERIFY(m_holder && !m_holder->isDBValid() && m_holder->dictionaryDAO().list().isLeft());
-        QCOMPARE(m_watch->lines(report).size(), 1);
+        const auto check = [this] {
+            open();
+            QVERIFY(m_holder && !m_holder->isDBValid() && m_holder->dictionaryDAO().list().isLeft());
+            QCOMPARE(m_watch->lines(u"Can not open database file"_qs + m_path).size(), 1);
+        };
+        QVERIFY(QDir().mkpath(m_path)); // a folder in its place
+        check();
+        QVERIFY(QDir().rmdir(m_path));
+        writeFile(m_path, "no database");
+        writeFile(m_path + u".damaged/full"_qs, {}); // which leaves no room
+        check();
     }
 
     /// Another process's lock costs a second at opening and nothing after that; its end is noticed.
