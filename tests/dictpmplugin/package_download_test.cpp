@@ -117,14 +117,17 @@ class PackageDownloadTest : public QObject {
     void reset() { m_device.server().resetSwitches(); }
     void stopServer() { m_device.server().stop(), m_isServed = false; }
     QStringList filesIn(const char* folder) const { return folderContent(m_device.path(folder)).keys(); }
+    // What the worker has told until then is heard, too.
     void startAndSleep() {
         vellum::clock::setSpeed(1), set("package_state", u"wait"_qs), start();
         bool isAsleep = false;
         QTRY_VERIFY_WITH_TIMEOUT(isAsleep = isAsleep || !vellum::testing::takeSleeps().empty(), 60'000);
+        QCoreApplication::processEvents();
     }
     void startAndLoad() {
         set("bytes_per_second", 500), start();
         QTRY_VERIFY_WITH_TIMEOUT(!filesIn(downloads).isEmpty(), 60'000);
+        QCoreApplication::processEvents();
     }
     /// The controller installs what it has loaded.
     void install(const char* acts) {
