@@ -1,6 +1,7 @@
 #include "catalogue_parser.h"
 
 #include "server_request.h"
+#include "text_bounds.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -16,21 +17,6 @@ namespace tessaly::dictionary {
 namespace {
 
 constexpr qint64 largestNumber = std::numeric_limits<std::int32_t>::max();
-
-// What a screen can bear, in characters.
-constexpr qsizetype longestText = 300;
-constexpr qsizetype longestDescription = 4000;
-constexpr qsizetype longestUrl = 2000;
-
-/// At most so many characters, the last of which says that there were more.
-QString cut(QString text, qsizetype longest) {
-    if (text.size() <= longest)
-        return text;
-    text.truncate(longest - 1);
-    if (text.back().isHighSurrogate())
-        text.chop(1);
-    return text + QChar(0x2026);
-}
 
 /// Reads the members of one record; the first that is not what it has to be makes the record a bad one.
 class RecordReader {

@@ -1,5 +1,7 @@
 #include <dictionaries/dictionary_file.h>
 
+#include "text_bounds.h"
+
 #include <QString>
 #include <algorithm>
 #include <base/device_root.h>
@@ -42,17 +44,21 @@ std::string foldedForm(const std::string& word) {
 }
 
 Metadata metadataFrom(const Rows& rows) {
+    const auto text = [&rows](const char* key, std::size_t longest = longestText) {
+        std::string whole = textOf(rows, key);
+        return whole.size() <= longest ? whole : cut(QString::fromStdString(whole), longest).toStdString();
+    };
     std::string thumbnail = textOf(rows, "thumbnail");
-    if (!utilities::isWebUrl(thumbnail))
+    if (thumbnail.size() > longestUrl || !utilities::isWebUrl(thumbnail))
         thumbnail.clear();
-    return {textOf(rows, "title"),
+    return {text("title"),
             languageFrom(textOf(rows, "language_from")),
             languageFrom(textOf(rows, "language_to")),
-            textOf(rows, "description"),
-            textOf(rows, "category"),
-            textOf(rows, "provider"),
-            textOf(rows, "publish_date"),
-            textOf(rows, "set"),
+            text("description", longestDescription),
+            text("category"),
+            text("provider"),
+            text("publish_date"),
+            text("set"),
             std::move(thumbnail),
             numberFrom(textOf(rows, "version"))};
 }

@@ -7,6 +7,7 @@
 #include <ctime>
 #include <filesystem>
 #include <initializer_list>
+#include <limits>
 #include <sqlite3.h>
 #include <stdexcept>
 
@@ -15,12 +16,17 @@ namespace vellum {
 namespace {
 
 constexpr int longestValue = 1 << 20;
-constexpr int longestSql = 10'000; // that of the schema included
+constexpr int longestSql = 1000; // that of the schema included
 constexpr std::size_t longestAnswer = 8 << 20;
+/// Of all databases of the process. Bounds the work of a single step of the machine as well: a key in an
+/// index may be as long as its file, and is read whole for each comparison.
+constexpr sqlite3_int64 mostMemory = 16 << 20;
 /// Far more than a look through all of a large dictionary takes, and little enough for whoever waits for it.
-constexpr double mostSeconds = 0.25;
+constexpr double mostSeconds = 0.1;
 /// Steps of SQLite's virtual machine, each of which may read a value, between two looks at the time.
-constexpr int stepsAtOnce = 200;
+constexpr int stepsAtOnce = 50;
+/// Several times what a dictionary's schema needs; SQLite makes much more of each object than its text.
+constexpr int looksAtSchema = 40;
 
 double processorSeconds() {
     std::timespec time{};
@@ -47,6 +53,7 @@ struct DictionaryDatabase::Connection {
     std::string path;
     std::unique_ptr<sqlite3, int (*)(sqlite3*)> handle{nullptr, sqlite3_close};
     double deadline = 0; ///< processor time of the calling thread
+    int looksLeft = looksAtSchema;
 
     [[noreturn]] void fail(const std::string& what) const { throw std::runtime_error(path + ": " + what); }
     void require(bool success) const {
@@ -54,7 +61,8 @@ struct DictionaryDatabase::Connection {
             fail(std::string("cannot be read: ") + sqlite3_errmsg(handle.get()));
     }
     static int isLate(void* connection) {
-        return processorSeconds() > static_cast<Connection*>(connection)->deadline ? 1 : 0;
+        auto* const self = static_cast<Connection*>(connection);
+        return --self->looksLeft < 0 || processorSeconds() > self->deadline ? 1 : 0;
     }
 };
 
@@ -67,6 +75,7 @@ DictionaryDatabase::DictionaryDatabase(const std::string& hostPath)
     if (!std::filesystem::is_regular_file(hostPath, error))
         connection.fail(error ? error.message() : "not a file");
 
+    sqlite3_hard_heap_limit64(mostMemory);
     sqlite3* handle = nullptr;
     const int opened = sqlite3_open_v2(immutableUrl(hostPath).c_str(), &handle,
                                        SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX, nullptr);
@@ -99,6 +108,7 @@ DictionaryDatabase::DictionaryDatabase(const std::string& hostPath)
     if (!isPlainTable("metadata", {"key", "value"}) ||
         !isPlainTable("entries", {"headword", "definition", "folded"}))
         connection.fail("not a dictionary");
+    connection.looksLeft = std::numeric_limits<int>::max();
     // Whatever the keys are: picking them out in the statement takes longer than all the rest of opening.
     m_metadata = run("SELECT key, value FROM metadata LIMIT 1000");
 }

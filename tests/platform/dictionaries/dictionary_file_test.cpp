@@ -29,16 +29,23 @@ private Q_SLOTS:
     void oddMetadata() {
         make(tables +
              "INSERT INTO metadata VALUES ('title', x'41FF42'), ('language_from', 12), ('provider', NULL), "
-             "('language_to', ''), ('version', 'four'), ('set', 1.5), ('thumbnail', 'file:///etc/passwd')");
+             "('language_to', ''), ('version', 'four'), ('set', 1.5), ('thumbnail', 'file:///etc/passwd'), "
+             "('description', hex(zeroblob(5000)))");
         const auto odd = open().getRight().metadata();
         QCOMPARE(odd->title + odd->provider + odd->dictSet + odd->thumbnail, std::string("A\uFFFDB1.5"));
         QVERIFY(!odd->languageFrom && !odd->languageTo && odd->version == 0);
+        QCOMPARE(odd->description, std::string(3999, '0') + "…");
         QCOMPARE(odd->category, std::string("d")); // the file's name tells it from others
         make(tables);
         QVERIFY(!open().getRight().metadata());
     }
 
     void refused() {
+        const QByteArray manyViews = "PRAGMA writable_schema = 1; WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL "
+                                     "SELECT i + 1 FROM n WHERE "
+                                     "i < 1000) INSERT INTO sqlite_schema SELECT 'view', 'v' || i, 'v' || i, "
+                                     "0, 'CREATE VIEW v' || i || "
+                                     "' AS SELECT * FROM v' || (i - 1) FROM n";
         const QByteArray numbers = "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n ";
         for (const QByteArray& statements :
              {QByteArray("CREATE TABLE other (a)"), entries,
@@ -48,7 +55,8 @@ private Q_SLOTS:
               entries + "CREATE VIRTUAL TABLE metadata USING fts5(key, value)",
               entries + "CREATE VIRTUAL TABLE metadata USING fts5(key, value); PRAGMA writable_schema = 1;"
                         "UPDATE sqlite_schema SET rootpage = 2 WHERE name = 'metadata'",
-              entries + "CREATE TABLE metadata (key, value AS (hex(zeroblob(400000))))",
+              entries + "CREATE TABLE metadata (key, value AS (hex(zeroblob(400000))))", tables + manyViews,
+              tables + "CREATE TABLE other (a DEFAULT '" + QByteArray(1000, 'x') + "')",
               tables + "INSERT INTO metadata VALUES ('title', zeroblob(2000000))",
               tables + "INSERT INTO metadata " + numbers +
                   "WHERE i < 12) SELECT 'title', zeroblob(1000000) FROM n"}) {
@@ -87,6 +95,33 @@ private Q_SLOTS:
         LogWatch log;
         QVERIFY(OpenDictionary("d") && open().getRight().lookup("word").empty());
         QVERIFY(log.takeUnexpected().value(0).endsWith(u"cannot be read: interrupted"));
+    }
+
+    /// Keys of an index that claim to be nearly as long as the file, most of which is a hole: a search reads
+    /// one for each of its comparisons, all within one step.
+    void keysAreBounded() {
+        make("PRAGMA page_size = 512;" + tables + "CREATE INDEX i ON entries (headword)");
+        const auto number = [](quint32 value) {
+            QByteArray bytes(4, '\0');
+            qToBigEndian(value, bytes.data());
+            return bytes;
+        };
+        // Each leads back to this page, has 224 MiB, and goes on in a page that follows itself.
+        const QByteArray cell = number(4) + QByteArray("\xF0\x80\x80\0\6\xFF\xFF\xFF\x7F\1", 10) +
+                                QByteArray(33, 'a') + number(5);
+        QByteArray root = QByteArray("\2\0\0\0\x8\0\x68\0", 8) + number(4);
+        for (quint32 i = 0; i < 8; ++i)
+            root += number(0x68 + 51 * i).last(2);
+        QByteArray bytes = readFile(path()).replace(28, 4, number(1 << 19)).left(3 * 512);
+        bytes += root.leftJustified(0x68, '\0') + cell.repeated(8) + number(5);
+        m_device.write(file, bytes);
+        QVERIFY(QFile::resize(path(), 256 << 20));
+        LogWatch log;
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(open().getRight().lookup("word").empty());
+        QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY(log.takeUnexpected().value(0).endsWith(u"cannot be read: out of memory"));
     }
 
     void noDatabases() {

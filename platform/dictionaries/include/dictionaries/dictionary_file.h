@@ -18,6 +18,7 @@ class DictionaryDatabase;
 namespace tessaly::dictionary {
 
 /// What a dictionary file says of itself; texts it doesn't have are empty, languages that don't parse absent.
+/// Texts longer than a screen can bear are cut.
 struct Metadata {
     std::string title;
     boost::optional<utilities::Locale> languageFrom;

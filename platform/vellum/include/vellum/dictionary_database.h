@@ -15,9 +15,11 @@ namespace vellum {
 ///     const auto rows = database.rows("SELECT definition FROM entries WHERE headword = ?1", "word");
 ///
 /// A dictionary has plain tables `metadata` (key, value) and `entries` (headword, definition, folded). Views,
-/// virtual tables and generated columns in their place are refused: they are somebody else's code. Nothing is
-/// written, in the file or beside it, nothing stored in it runs, and opening as well as each statement is
-/// bounded in processor time (a quarter of a second), text (8 MiB) and the length of a value (1 MiB).
+/// virtual tables and generated columns in their place are refused: they are somebody else's code, as is a
+/// schema of hundreds of objects or with a statement of more than 1000 bytes. Nothing is written, in the file
+/// or beside it, nothing stored in it runs, and opening as well as each statement is bounded in processor
+/// time (a tenth of a second), text (8 MiB), the length of a value (1 MiB) and memory: all of SQLite in the
+/// process gets 16 MiB from now on.
 /// Failures are thrown as std::runtime_error. One thread at a time.
 class TESSALY_VELLUM_API DictionaryDatabase {
 public:
