@@ -104,7 +104,7 @@ bool ConfigFile::save(const std::string& hostPath) const {
     for (const auto& [key, value] : m_values)
         content += escaped(key, true) + '=' + escaped(value, false) + '\n';
     QSaveFile file(QString::fromStdString(hostPath));
-    return file.open(QIODevice::WriteOnly) &&
+    return content.size() <= longestFile && file.open(QIODevice::WriteOnly) &&
            file.write(content.data(), qint64(content.size())) == qint64(content.size()) && file.commit() &&
            syncDirectoryOf(hostPath);
 }
