@@ -18,6 +18,8 @@ constexpr QChar softHyphen(0x00AD);
 constexpr QChar curlyApostrophe(0x2019);
 constexpr QChar apostrophe(u'\'');
 
+constexpr qsizetype longestEntry = 50'000; // more takes its time to lay out
+
 /// One letter alone is what elision left of a word.
 QStringList worthLookingUp(QStringList parts) {
     parts.removeIf([](const QString& part) { return part.size() < 2; });
@@ -55,12 +57,15 @@ QString bareWord(const QString& text) {
 
 QString textOf(const std::vector<dictionary::Entry>& entries) {
     QStringList texts;
+    qsizetype length = 0;
     for (const dictionary::Entry& entry : entries) {
         const QString text = QString::fromStdString(entry.definition).trimmed();
-        if (!texts.contains(text))
-            texts << text;
+        if (length > longestEntry || texts.contains(text))
+            continue;
+        texts << text;
+        length += text.size();
     }
-    return texts.join(QStringLiteral("\n\n"));
+    return texts.join(QStringLiteral("\n\n")).left(longestEntry);
 }
 
 } // namespace
