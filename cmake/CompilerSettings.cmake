@@ -13,5 +13,7 @@ if(TESSALY_SANITIZE)
   add_compile_options(-fsanitize=${TESSALY_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${TESSALY_SANITIZE})
   # The sanitizers' own instrumentation sets off these warnings in g++.
-  add_compile_options(-Wno-null-dereference -Wno-maybe-uninitialized)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    add_compile_options(-Wno-null-dereference -Wno-maybe-uninitialized)
+  endif()
 endif()
