@@ -5,6 +5,7 @@
 #include <QJsonObject>
 #include <QtConcurrent>
 #include <algorithm>
+#include <base/device_root.h>
 #include <common_utilities/log_line.h>
 #include <dictionaries/morph_explorer.h>
 #include <dictionaries/routes.h>
@@ -80,6 +81,7 @@ MorphUrlMap::MorphUrlMap(const MorphSecretProvider* apiKeyProvider, QObject* par
     , m_pollInterval(shortestPollMs) {
     m_poll.setSingleShot(true);
     connect(&m_poll, &QTimer::timeout, this, &MorphUrlMap::fetchIfConnected);
+    connect(&m_stateDirectory, &QFileSystemWatcher::directoryChanged, this, &MorphUrlMap::fetchIfConnected);
     connect(&m_fetch, &QFutureWatcherBase::finished, this, &MorphUrlMap::takeFetched);
 }
 
@@ -97,16 +99,22 @@ QVariant MorphUrlMap::find(const QString& code) const {
 }
 
 void MorphUrlMap::beginFollowing() {
-    if (!m_urls && !m_poll.isActive() && !m_fetch.isRunning())
+    if (!m_poll.isActive() && m_stateDirectory.directories().isEmpty())
         fetchIfConnected();
 }
 
 void MorphUrlMap::fetchIfConnected() {
+    if (m_urls || m_fetch.isRunning())
+        return;
+    // A change of the network's state replaces a file there. Watched before the state is asked for, so that
+    // none is missed; a device that nobody uses needn't wake up for it.
+    const QString directory = QString::fromStdString(base::hostPath("/var"));
+    m_stateDirectory.addPath(directory);
     if (GetNetState() != connected) {
         m_pollInterval = shortestPollMs;
-        m_poll.start(vellum::clock::scaled(m_pollInterval));
         return;
     }
+    m_stateDirectory.removePath(directory);
     // The worker gets copies: it may outlast this object.
     m_fetch.setFuture(QtConcurrent::run(fetch, default_base_url(), m_apiKeyProvider->apiKey().toStdString(),
                                         m_stop.get_token()));

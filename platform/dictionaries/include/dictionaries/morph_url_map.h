@@ -3,6 +3,7 @@
 #include <dictionaries/export.h>
 #include <dictionaries/morph_map.h>
 
+#include <QFileSystemWatcher>
 #include <QFutureWatcher>
 #include <QTimer>
 #include <optional>
@@ -36,7 +37,8 @@ private:
     void takeFetched();
 
     const MorphSecretProvider* m_apiKeyProvider;
-    QTimer m_poll;
+    QFileSystemWatcher m_stateDirectory; ///< watched while the device isn't connected
+    QTimer m_poll;                       ///< runs after a failure
     int m_pollInterval;
     QFutureWatcher<Urls> m_fetch;
     std::stop_source m_stop;
