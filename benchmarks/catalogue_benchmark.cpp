@@ -1,5 +1,7 @@
 #include "catalogue_benchmark.h"
 
+#include "compare.h"
+
 #include <dictpmplugin/db/catalogue_file.h>
 #include <dictpmplugin/db/dbholder.h>
 #include <simulator/fixture/test_device.h>
@@ -8,8 +10,12 @@
 #include <QSqlQuery>
 #include <QVariant>
 #include <algorithm>
+#include <iterator>
+#include <limits>
 #include <optional>
 #include <stdexcept>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace tessaly::benchmarks {
@@ -19,6 +25,7 @@ namespace {
 using Records = std::vector<dictionary::DictionaryInfo>;
 
 constexpr int rounds = 11;
+constexpr int mergeRounds = 5;
 constexpr auto columns = "dicts_id, name, file, lang_from, lang_iso_from, lang_to, lang_iso_to, thumbnail, "
                          "description, category, provider, dict_set, version";
 
@@ -130,7 +137,62 @@ Measurement compare(const char* name, Ours ours, Reference reference) {
     return {name, median(ourTimes), median(referenceTimes), median(ourTimes) / median(referenceTimes)};
 }
 
+/// What a hurried merge is: the fetched records, with the stored numbers where there are any, after those
+/// that aren't fetched.
+Records mergeByTable(Records stored, Records fetched) {
+    std::unordered_map<std::int32_t, std::int32_t> databaseIds;
+    databaseIds.reserve(stored.size());
+    for (const dictionary::DictionaryInfo& record : stored)
+        databaseIds.emplace(record.serverId, record.databaseId);
+    for (dictionary::DictionaryInfo& record : fetched) {
+        const auto known = databaseIds.extract(record.serverId);
+        if (!known.empty())
+            record.databaseId = known.mapped();
+    }
+    std::erase_if(stored, [&](const auto& record) { return !databaseIds.contains(record.serverId); });
+    stored.insert(stored.end(), std::make_move_iterator(fetched.begin()),
+                  std::make_move_iterator(fetched.end()));
+    return stored;
+}
+
+/// Seconds of a merge of lists of which two thirds are the same. Making the lists isn't counted, nor taking
+/// them away.
+template<class Merge>
+double mergeSeconds(int count, Merge merge) {
+    double least = std::numeric_limits<double>::max();
+    const Records all = makeRecords(count * 4 / 3);
+    for (int i = 0; i < mergeRounds; ++i) {
+        Records stored(all.begin(), all.begin() + count);
+        Records fetched(all.end() - count, all.end());
+        Records merged;
+        least =
+            std::min(least, processorSeconds([&] { merged = merge(std::move(stored), std::move(fetched)); }));
+        if (merged.size() != all.size())
+            throw std::runtime_error("the lists are merged in a wrong way");
+    }
+    return least;
+}
+
+Records mergeAsTheProductDoes(Records stored, Records fetched) {
+    return dictionary::DictionaryInfo::blitLists(
+        std::move(stored), std::move(fetched),
+        [](const auto& a, const auto& b) { return a.serverId == b.serverId; },
+        [](const auto& a, const auto& b) { return b.withDatabaseId(a.databaseId); });
+}
+
 } // namespace
+
+Measurement measureMerge100k() {
+    const double ours = mergeSeconds(100'000, mergeAsTheProductDoes);
+    const double reference = mergeSeconds(100'000, mergeByTable);
+    return {"merge 100k", ours, reference, ours / reference};
+}
+
+Measurement measureMergeGrowth() {
+    const double ours = mergeSeconds(100'000, mergeAsTheProductDoes);
+    const double reference = mergeSeconds(10'000, mergeAsTheProductDoes);
+    return {"merge growth", ours, reference, ours / reference};
+}
 
 Measurement measureCatalogueReplace() {
     const fixture::TestDevice device;

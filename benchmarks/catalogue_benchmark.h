@@ -12,4 +12,9 @@ Measurement measureCatalogueReplace();
 /// Seconds of list() with 10,000 records, against a plain Qt SQL loop over the same columns. Less is better.
 Measurement measureCatalogueList();
 
+/// Seconds of merging 100,000 fetched records with as many stored ones, against one pass with a hash table
+/// over the same; and against the time for 10,000. Less is better.
+Measurement measureMerge100k();
+Measurement measureMergeGrowth();
+
 } // namespace tessaly::benchmarks

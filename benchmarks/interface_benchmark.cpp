@@ -2,8 +2,16 @@
 
 #include "installed_dictionaries.h"
 
+#include <simulator/fixture/loopback_server.h>
+#include <simulator/fixture/test_device.h>
+#include <vellum/device_state.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <QTcpSocket>
 #include <algorithm>
 #include <ctime>
 #include <stdexcept>
@@ -14,7 +22,8 @@ namespace tessaly::benchmarks {
 namespace {
 
 constexpr int startRounds = 9;
-constexpr int pageRounds = 3;
+constexpr int windowRounds = 3;
+constexpr int offeredCount = 100;
 
 QString nowNs() {
     timespec time{};
@@ -73,6 +82,79 @@ Measurement compareLeast(const char* name, const Starts& measured, std::size_t f
     return {name, ours, reference, ours / reference};
 }
 
+std::vector<std::vector<double>> repeat(const char* mode) {
+    std::vector<std::vector<double>> rounds;
+    for (int i = 0; i < windowRounds; ++i)
+        rounds.push_back(showWindow(QLatin1String(mode)));
+    return rounds;
+}
+
+const std::vector<std::vector<double>>& pages() {
+    static const std::vector<std::vector<double>> measured = [] {
+        const fixture::TestDevice device;
+        installDictionaries(device);
+        return repeat("pages");
+    }();
+    return measured;
+}
+
+/// A catalogue of dictionaries that aren't installed.
+QByteArray offer() {
+    const QStringList languages{QStringLiteral("de"), QStringLiteral("en"), QStringLiteral("es"),
+                                QStringLiteral("fr"), QStringLiteral("it")};
+    const auto language = [&](int number) {
+        return QJsonObject{{QStringLiteral("code"), languages[number % languages.size()]}};
+    };
+    QJsonArray records;
+    for (int number = 1; number <= offeredCount; ++number)
+        records.append(QJsonObject{{QStringLiteral("id"), number},
+                                   {QStringLiteral("name"), QStringLiteral("Dictionary %1").arg(number)},
+                                   {QStringLiteral("file"), QStringLiteral("offer %1.tsdict").arg(number)},
+                                   {QStringLiteral("version"), 1},
+                                   {QStringLiteral("provider"), QStringLiteral("FreeDict")},
+                                   {QStringLiteral("description"), QStringLiteral("Some words.")},
+                                   {QStringLiteral("language_from"), language(number / 20)},
+                                   {QStringLiteral("language_to"), language(number + 1)}});
+    return QJsonDocument(records).toJson();
+}
+
+/// By touch and by keys, one after the other.
+const std::vector<std::vector<double>>& journeys() {
+    static const std::vector<std::vector<double>> measured = [] {
+        fixture::TestDevice device;
+        installDictionaries(device);
+        const QByteArray body = offer();
+        const fixture::LoopbackServer server([&body](QTcpSocket& client) {
+            const auto answer = [&client, &body] {
+                client.write("HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Length: " +
+                             QByteArray::number(body.size()) + "\r\n\r\n" + body);
+                client.disconnectFromHost();
+            };
+            QObject::connect(&client, &QTcpSocket::readyRead, &client, answer, Qt::SingleShotConnection);
+        });
+        device.setServerUrl(QStringLiteral("http://127.0.0.1:%1").arg(server.port()));
+        device.setOnline(true);
+        std::vector<std::vector<double>> result;
+        for (const auto input : {vellum::state::Input::Touch, vellum::state::Input::Keys}) {
+            vellum::state::setInput(input);
+            const bool touch = input == vellum::state::Input::Touch;
+            result.push_back(showWindow(touch ? QStringLiteral("touch") : QStringLiteral("keys")));
+        }
+        return result;
+    }();
+    return measured;
+}
+
+/// Two figures of each round: the round with the median ratio.
+Measurement againstEachOther(const char* name, std::vector<std::vector<double>> rounds, std::size_t ours,
+                             std::size_t reference) {
+    const auto ratio = [=](const std::vector<double>& round) { return round.at(ours) / round.at(reference); };
+    std::sort(rounds.begin(), rounds.end(),
+              [&](const auto& left, const auto& right) { return ratio(left) < ratio(right); });
+    const std::vector<double>& median = rounds[rounds.size() / 2];
+    return {name, median.at(ours), median.at(reference), ratio(median)};
+}
+
 } // namespace
 
 Measurement measureFirstFrame() {
@@ -83,15 +165,44 @@ Measurement measureMemory() {
     return compareLeast("memory", starts(), 1);
 }
 
-Measurement measurePageScroll() {
+Measurement measureColdStart() {
+    return compareLeast("cold start", starts(), 3);
+}
+
+Measurement measureFirstFrameAgain() {
     const fixture::TestDevice device;
     installDictionaries(device);
-    std::vector<std::vector<double>> rounds;
-    for (int i = 0; i < pageRounds; ++i)
-        rounds.push_back(showWindow(QStringLiteral("pages")));
-    const double ours = least(rounds, 0);
-    const double reference = least(rounds, 1);
-    return {"page scroll", ours, reference, ours / reference};
+    return againstEachOther("first frame again", repeat("again"), 1, 0);
+}
+
+Measurement measurePageLatency() {
+    return againstEachOther("page latency", pages(), 0, 1);
+}
+
+Measurement measurePageScroll() {
+    return againstEachOther("page scroll", pages(), 2, 3);
+}
+
+Measurement measureScreenUpdates() {
+    return againstEachOther("screen updates", journeys(), 0, 1);
+}
+
+Measurement measureUnchangedFrames() {
+    return againstEachOther("unchanged frames", journeys(), 2, 1);
+}
+
+Measurement measureMarkArea() {
+    return againstEachOther("mark area", journeys(), 3, 4);
+}
+
+Measurement measurePageArea() {
+    return againstEachOther("page area", journeys(), 5, 6);
+}
+
+Measurement measureIdle() {
+    const fixture::TestDevice device;
+    installDictionaries(device);
+    return againstEachOther("idle", {showWindow(QStringLiteral("idle"))}, 0, 1);
 }
 
 } // namespace tessaly::benchmarks

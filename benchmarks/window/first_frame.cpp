@@ -37,6 +37,7 @@ long peakKiB() {
 } // namespace
 
 int showFirstFrame(QLatin1String document, bool needsRows, std::int64_t startNs) {
+    const double startMs = processMs();
     QQmlApplicationEngine engine;
     QQuickWindow& window = loadWindow(engine, document);
     QObject::connect(&window, &QQuickWindow::frameSwapped, &engine, [&] {
@@ -45,7 +46,8 @@ int showFirstFrame(QLatin1String document, bool needsRows, std::int64_t startNs)
         const int rows = list ? rowsInSight(*list) : 0;
         if (needsRows && rows == 0)
             return;
-        std::printf("%.3f %ld %d\n", double(endNs - startNs) / 1e6, peakKiB(), rows);
+        std::printf("%.3f %ld %d %.3f\n", double(endNs - startNs) / 1e6, peakKiB(), rows,
+                    processMs() - startMs);
         std::fflush(stdout);
         QCoreApplication::quit();
     });

@@ -1,6 +1,7 @@
 // A window for tessaly-bench to measure, in a process of its own.
 
 #include "first_frame.h"
+#include "journey.h"
 #include "page_scroll.h"
 
 #include <QGuiApplication>
@@ -22,10 +23,17 @@ int main(int argc, char** argv) {
             return showFirstFrame(QLatin1String("InterfaceWindow.qml"), true, startNs);
         if (mode == u"pages")
             return scrollPages();
+        if (mode == u"again")
+            return showAgain();
+        if (mode == u"touch" || mode == u"keys")
+            return playJourney(mode == u"touch");
+        if (mode == u"idle")
+            return stayIdle();
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "tessaly-bench-window: %s\n", failure.what());
         return 1;
     }
-    std::fprintf(stderr, "usage: tessaly-bench-window empty|interface START_NS | pages\n");
+    std::fprintf(stderr,
+                 "usage: tessaly-bench-window empty|interface START_NS | pages|again|touch|keys|idle\n");
     return 2;
 }

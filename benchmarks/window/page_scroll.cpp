@@ -1,15 +1,8 @@
 #include "page_scroll.h"
 
-#include "../compare.h"
 #include "window.h"
 
-#include <QCoreApplication>
-#include <QEventLoop>
-#include <QKeyEvent>
-#include <QTimer>
-#include <algorithm>
 #include <cstdio>
-#include <limits>
 #include <stdexcept>
 
 namespace tessaly::benchmarks {
@@ -18,56 +11,25 @@ namespace {
 
 constexpr int rounds = 4;
 constexpr int pages = 8; ///< of a round
-constexpr int settlingMs = 200;
-constexpr int patienceMs = 10'000;
 
-void waitForFrame(QQuickWindow& window) {
-    QEventLoop loop;
-    QObject::connect(&window, &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
-    QTimer::singleShot(patienceMs, &loop, [&loop] { loop.exit(1); });
-    if (loop.exec() != 0)
-        throw std::runtime_error("no frame came");
-}
+struct Pages {
+    std::vector<double> untilFrame;
+    std::vector<double> untilIdle;
+};
 
-void settle() {
-    QEventLoop loop;
-    QTimer::singleShot(settlingMs, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
-/// Only an active window passes keys on.
-void activate(QQuickWindow& window) {
-    window.requestActivate();
-    settle();
-    if (!window.activeFocusItem())
-        throw std::runtime_error("the window takes no keys");
-}
-
-void turnPage(QQuickWindow& window, const QQuickItem& list) {
-    const double before = list.property("contentY").toDouble();
-    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        QKeyEvent event(type, Qt::Key_PageDown, Qt::NoModifier);
-        QCoreApplication::sendEvent(&window, &event);
-    }
-    waitForFrame(window);
-    if (list.property("contentY").toDouble() < before + list.height() / 2 || rowsInSight(list) == 0)
-        throw std::runtime_error("no page was turned");
-}
-
-/// The least processor time of a page of some, in milliseconds.
-double turnPages(QQuickWindow& window, const QQuickItem& list) {
+void turnPages(QQuickWindow& window, const QQuickItem& list, Pages& times) {
     activate(window);
-    double least = std::numeric_limits<double>::max();
-    for (int i = 0; i < pages; ++i)
-        least = std::min(least, processorSeconds([&] { turnPage(window, list); }) * 1000);
-    return least;
-}
-
-QQuickItem& requireList(const QQuickWindow& window) {
-    QQuickItem* const list = findList(window);
-    if (!list)
-        throw std::runtime_error("the window has no list");
-    return *list;
+    for (int i = 0; i < pages; ++i) {
+        const double before = list.property("contentY").toDouble();
+        const double start = processMs();
+        pressKey(window, Qt::Key_PageDown);
+        waitForFrame(window);
+        times.untilFrame.push_back(processMs() - start);
+        waitUntilIdle();
+        times.untilIdle.push_back(processMs() - start);
+        if (list.property("contentY").toDouble() < before + list.height() / 2 || rowsInSight(list) == 0)
+            throw std::runtime_error("no page was turned");
+    }
 }
 
 } // namespace
@@ -82,13 +44,14 @@ int scrollPages() {
         {{QStringLiteral("listHeight"), list.height()}, {QStringLiteral("rowHeight"), rowHeight(list)}});
     waitForFrame(plain);
     const QQuickItem& plainList = requireList(plain);
-    double ours = std::numeric_limits<double>::max();
-    double reference = ours;
+    Pages ours;
+    Pages reference;
     for (int i = 0; i < rounds; ++i) {
-        ours = std::min(ours, turnPages(interface, list));
-        reference = std::min(reference, turnPages(plain, plainList));
+        turnPages(interface, list, ours);
+        turnPages(plain, plainList, reference);
     }
-    std::printf("%.4f %.4f %d %d\n", ours, reference, rowsInSight(list), rowsInSight(plainList));
+    std::printf("%.4f %.4f %.4f %.4f\n", median(ours.untilFrame), median(reference.untilFrame),
+                median(ours.untilIdle), median(reference.untilIdle));
     return 0;
 }
 

@@ -1,12 +1,20 @@
 #include "window.h"
 
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QKeyEvent>
+#include <QTimer>
 #include <algorithm>
+#include <ctime>
 #include <stdexcept>
-#include <vector>
 
 namespace tessaly::benchmarks {
 
 namespace {
+
+constexpr int patienceMs = 10'000;
+constexpr int momentMs = 60;
+constexpr double idleMs = 0.3; ///< of processor time in a moment; looking takes some
 
 QQuickItem* findListIn(const QQuickItem& item) {
     for (QQuickItem* const child : item.childItems()) {
@@ -46,6 +54,55 @@ QQuickWindow& loadWindow(QQmlApplicationEngine& engine, QLatin1String document,
 
 QQuickItem* findList(const QQuickWindow& window) {
     return findListIn(*window.contentItem());
+}
+
+QQuickItem& requireList(const QQuickWindow& window) {
+    QQuickItem* const list = findList(window);
+    if (!list)
+        throw std::runtime_error("the window has no list");
+    return *list;
+}
+
+void waitForFrame(QQuickWindow& window) {
+    QEventLoop loop;
+    QObject::connect(&window, &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
+    QTimer::singleShot(patienceMs, &loop, [&loop] { loop.exit(1); });
+    if (loop.exec() != 0)
+        throw std::runtime_error("no frame came");
+}
+
+void waitUntilIdle() {
+    for (double before = 0; processMs() - before > idleMs;) {
+        before = processMs();
+        QEventLoop loop;
+        QTimer::singleShot(momentMs, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+}
+
+void activate(QQuickWindow& window) {
+    window.requestActivate();
+    waitUntilIdle();
+    if (!window.activeFocusItem())
+        throw std::runtime_error("the window takes no keys");
+}
+
+void pressKey(QQuickWindow& window, Qt::Key key) {
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(&window, &event);
+    }
+}
+
+double processMs() {
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
+}
+
+double median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values.at(values.size() / 2);
 }
 
 int rowsInSight(const QQuickItem& list) {

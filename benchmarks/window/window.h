@@ -5,6 +5,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QVariantMap>
+#include <vector>
 
 namespace tessaly::benchmarks {
 
@@ -14,6 +15,21 @@ QQuickWindow& loadWindow(QQmlApplicationEngine& engine, QLatin1String document,
 
 /// The list in the window; null if there is none.
 QQuickItem* findList(const QQuickWindow& window);
+/// Throws std::runtime_error if there is none.
+QQuickItem& requireList(const QQuickWindow& window);
+
+/// Until the next frame. Throws std::runtime_error if none comes.
+void waitForFrame(QQuickWindow& window);
+/// Until the program has had nothing to do for a moment.
+void waitUntilIdle();
+/// Only an active window passes keys on.
+void activate(QQuickWindow& window);
+/// Presses a key and lets it go.
+void pressKey(QQuickWindow& window, Qt::Key key);
+
+/// Milliseconds of processor time that the whole program has spent.
+double processMs();
+double median(std::vector<double> values);
 
 /// How many rows of the list are in sight.
 int rowsInSight(const QQuickItem& list);

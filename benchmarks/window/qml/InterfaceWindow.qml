@@ -7,13 +7,24 @@ Window {
     height: 1024
     visible: true
 
+    function leave() {
+        controller.visible = false
+    }
+
+    function showAgain() {
+        controller.forceActiveFocus()
+        controller.showDicts()
+    }
+
     FocusScope {
         width: 758
         height: 1024
         focus: true
 
         Controller {
+            id: controller
             focus: true
+            onClose: visible = false
             Component.onCompleted: showDicts()
         }
     }
