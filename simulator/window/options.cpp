@@ -17,9 +17,7 @@ Shows a simulated device in a window, with the switches of what surrounds it.
   --root DIR         folder of the device; laid out fresh from the factory if it is empty
   --profile NAME     kind of device: %1
   --language CODE    language of the interface: %2
-  --screenshot FILE  save a picture of the screen as PNG, and end
   --convert-ahead    have the server convert all dictionaries from its start on
-  --quit-after MS    end after this many milliseconds
   --help             show this
 
 Without --profile and --language the device stays what it was at the last run.
@@ -38,7 +36,7 @@ QStringList profileNames() {
 }
 
 /// What is wrong with the values, each by itself.
-QString faultOf(const Options& options, const QString& quitAfter) {
+QString faultOf(const Options& options) {
     const QFileInfo root(options.root);
     if (root.exists() && !root.isDir())
         return QStringLiteral("--root: \"%1\" is not a folder").arg(options.root);
@@ -47,10 +45,6 @@ QString faultOf(const Options& options, const QString& quitAfter) {
     if (!options.language.isEmpty() && !interfaceLanguages().contains(options.language))
         return QStringLiteral("--language: \"%1\" is none of %2")
             .arg(options.language, list(interfaceLanguages()));
-    if (!options.screenshot.isEmpty() && !QFileInfo(QFileInfo(options.screenshot).path()).isDir())
-        return QStringLiteral("--screenshot: there is no folder for \"%1\"").arg(options.screenshot);
-    if (!quitAfter.isEmpty() && options.quitAfterMs < 0)
-        return QStringLiteral("--quit-after: \"%1\" is not a number of milliseconds").arg(quitAfter);
     return {};
 }
 
@@ -95,7 +89,7 @@ Options parseOptions(const QStringList& arguments) {
     const QCommandLineOption convertAhead(QStringLiteral("convert-ahead"));
     const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")});
     parser.addOptions({convertAhead, help});
-    for (const char* const name : {"root", "profile", "language", "screenshot", "quit-after"})
+    for (const char* const name : {"root", "profile", "language"})
         parser.addOption({QLatin1String(name), {}, QStringLiteral("VALUE")});
     Options options;
     const bool isUnderstood = parser.parse(arguments);
@@ -114,19 +108,14 @@ Options parseOptions(const QStringList& arguments) {
     options.root = parser.value(QStringLiteral("root"));
     options.profile = parser.value(QStringLiteral("profile"));
     options.language = parser.value(QStringLiteral("language"));
-    options.screenshot = parser.value(QStringLiteral("screenshot"));
     options.convertAhead = parser.isSet(convertAhead);
-    const QString quitAfter = parser.value(QStringLiteral("quit-after"));
-    bool isNumber = false;
-    const int quitAfterMs = quitAfter.toInt(&isNumber);
-    options.quitAfterMs = isNumber ? quitAfterMs : -1;
     if (!parser.positionalArguments().isEmpty())
         options.error =
             QStringLiteral("unexpected argument \"%1\"").arg(parser.positionalArguments().constFirst());
     else if (options.root.isEmpty() && options.error.isEmpty())
         options.error = QStringLiteral("--root DIR is required");
     if (options.error.isEmpty())
-        options.error = faultOf(options, quitAfter);
+        options.error = faultOf(options);
     return options;
 }
 

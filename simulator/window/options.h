@@ -25,11 +25,9 @@ QStringList interfaceLanguages();
 
 /// What the command line asks for. An empty text leaves the device as it is.
 struct Options {
-    QString root;       ///< folder of the device
-    QString profile;    ///< name of one of profiles()
-    QString language;   ///< one of interfaceLanguages()
-    QString screenshot; ///< file for a picture of the screen, after which the program ends
-    int quitAfterMs = -1;
+    QString root;     ///< folder of the device
+    QString profile;  ///< name of one of profiles()
+    QString language; ///< one of interfaceLanguages()
     bool convertAhead =
         false; ///< the server has every dictionary ready soon, at the cost of a busy processor
 

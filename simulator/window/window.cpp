@@ -5,7 +5,6 @@
 
 #include <QGuiApplication>
 #include <QQuickItem>
-#include <QQuickItemGrabResult>
 #include <QSGTextureProvider>
 #include <QSocketNotifier>
 #include <QThreadPool>
@@ -72,17 +71,6 @@ void drawAgainWhenChanged(QQuickItem& layer) {
     QObject::connect(layer.window(), &QQuickWindow::frameSwapped, &layer, follow, Qt::SingleShotConnection);
 }
 
-/// Saves a picture of the device's screen at its own size and quits, with status 1 if it can't.
-void saveScreenshot(const QQuickWindow& window, const QString& file) {
-    auto* const screen = window.findChild<QQuickItem*>(QStringLiteral("deviceScreen"));
-    const QSharedPointer<QQuickItemGrabResult> result = screen->grabToImage(screen->size().toSize());
-    const auto leave = [result, file] { QCoreApplication::exit(result && result->saveToFile(file) ? 0 : 1); };
-    if (result)
-        QObject::connect(result.data(), &QQuickItemGrabResult::ready, &window, leave);
-    else
-        leave();
-}
-
 /// Cancels what runs. True if nothing is left running.
 bool endWork(QObject* window) {
     QMetaObject::invokeMethod(window, "endWork");
@@ -90,7 +78,7 @@ bool endWork(QObject* window) {
     return QThreadPool::globalInstance()->waitForDone(workersPatienceMs);
 }
 
-int show(const Options& options, QGuiApplication& application) {
+int show(const Options& options) {
     fixture::TestDevice device(options.root);
     device.keepLog();
     configure(options);
@@ -103,15 +91,8 @@ int show(const Options& options, QGuiApplication& application) {
     QQuickWindow* const window = loadWindow(engine, switches);
     if (!window)
         throw std::runtime_error("the window can not be shown; see " + device.logPath().toStdString());
-    constexpr int settlingMs = 300; // for what the first picture sets off
-    if (!options.screenshot.isEmpty())
-        QTimer::singleShot(settlingMs, window, [&] { saveScreenshot(*window, options.screenshot); });
-    if (options.quitAfterMs >= 0)
-        QTimer::singleShot(options.quitAfterMs, &application, &QCoreApplication::quit);
-    const int status = QGuiApplication::exec();
 
-    if (status != 0 && !options.screenshot.isEmpty())
-        throw std::runtime_error("can not save the picture " + options.screenshot.toStdString());
+    const int status = QGuiApplication::exec();
     if (!endWork(window))
         ::_exit(status); // the keeper cleans up; a worker that doesn't listen must not hold up the end
     return status;
@@ -141,7 +122,7 @@ int runWindow(const Options& options, char* programName) {
     QGuiApplication::setApplicationName(QStringLiteral("tessaly-simulator"));
     quitOnEndSignals(application);
     try {
-        return show(options, application);
+        return show(options);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "tessaly-simulator: %s\n", error.what());
         return 1;

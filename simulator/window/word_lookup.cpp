@@ -55,6 +55,15 @@ QString bareWord(const QString& text) {
     return first < last ? QString(first, last - first) : QString();
 }
 
+/// What to look up for a word as it stands in a text, the likeliest first: the word itself, then its parts at
+/// an apostrophe ("l'étoile") and at hyphens. Nothing for mere punctuation.
+QStringList lookupForms(const QString& text) {
+    const QString word = bareWord(text);
+    if (word.isEmpty())
+        return {};
+    return QStringList{word} + partsAtApostrophe(word) + partsAtHyphens(word);
+}
+
 QString textOf(const std::vector<dictionary::Entry>& entries) {
     QStringList texts;
     qsizetype length = 0;
@@ -69,13 +78,6 @@ QString textOf(const std::vector<dictionary::Entry>& entries) {
 }
 
 } // namespace
-
-QStringList lookupForms(const QString& text) {
-    const QString word = bareWord(text);
-    if (word.isEmpty())
-        return {};
-    return QStringList{word} + partsAtApostrophe(word) + partsAtHyphens(word);
-}
 
 WordLookup::WordLookup(QObject* parent)
     : QObject(parent) {

@@ -8,10 +8,6 @@
 
 namespace tessaly::simulator {
 
-/// What to look up for a word as it stands in a text, the likeliest first: the word itself, then its parts at
-/// an apostrophe ("l'étoile") and at hyphens. Nothing for mere punctuation.
-QStringList lookupForms(const QString& text);
-
 /// Looks words up in the dictionary that the device's settings name, whoever changes them. GUI thread.
 class WordLookup : public QObject {
     Q_OBJECT
