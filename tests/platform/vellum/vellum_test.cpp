@@ -20,8 +20,8 @@ const char* const connectSilent[] = {"connect_silent", nullptr};
 
 } // namespace
 
-/// Tasks, and the connection that one of them makes.
-class ProgramsTest : public QObject {
+/// Tasks, the connection that one of them makes, waits and timers.
+class VellumTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -105,7 +105,7 @@ private Q_SLOTS:
         auto connecting = std::async(std::launch::async, [] { return NetConnect2(nullptr, 1); });
         QTRY_VERIFY(FindTaskByAppName(agentPath) > 0);
         vellum::clock::beginQuit();
-        QCOMPARE(connecting.wait_for(std::chrono::seconds(1)), std::future_status::ready);
+        QCOMPARE(connecting.wait_for(std::chrono::seconds(5)), std::future_status::ready);
         QCOMPARE(connecting.get(), -1);
         const int agent = FindTaskByAppName(agentPath); // goes on by itself
         QCOMPARE(CloseTask(agent, 0, 1), 0);
@@ -116,10 +116,41 @@ private Q_SLOTS:
         QCOMPARE(NetConnect2(nullptr, 1), 0);
     }
 
+    void armingANameAgainReplacesItsTimer() {
+        static QByteArray fired; // in their order
+        fired.clear();
+        const auto arm = [](const char* name, const char* mark, int milliseconds) {
+            const auto fire = [](void* text) {
+                fired += QThread::currentThread() == qApp->thread() ? static_cast<char*>(text) : "?";
+            };
+            SetHardTimerEx(name, fire, const_cast<char*>(mark), milliseconds);
+        };
+        arm("name", "1", 20);
+        arm("other", "2", 40);
+        arm("name", "3", 60);
+        std::async(std::launch::async, [&] { arm("worker", "4", 80); }).get();
+        QTRY_COMPARE(fired, "234");
+    }
+
+    void quittingWakesSleepers() {
+        auto sleeper = std::async(std::launch::async, [] {
+            vl_sleep(60'000);
+            vl_sleep(60'000);
+        });
+        QCOMPARE(sleeper.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
+        vellum::clock::beginQuit();
+        QCOMPARE(sleeper.wait_for(std::chrono::seconds(5)), std::future_status::ready);
+        vellum::testing::resume();
+        QElapsedTimer timer;
+        timer.start();
+        vl_sleep(40);
+        QVERIFY(timer.elapsed() >= 40);
+    }
+
 private:
     tests::BareDevice m_device;
     LogWatch m_log;
 };
 
-QTEST_GUILESS_MAIN(ProgramsTest)
-#include "programs_test.moc"
+QTEST_GUILESS_MAIN(VellumTest)
+#include "vellum_test.moc"
