@@ -63,13 +63,11 @@ private Q_SLOTS:
         QVERIFY(silent.listen(QHostAddress::LocalHost));
         useServer("http://127.0.0.1:" + std::to_string(silent.serverPort()));
         vellum::state::setNetState(2);
-        const QDeadlineTimer soon(2000);
         m_urls->at(u"de"_qs);
         QVERIFY(silent.waitForNewConnection(5000));
         m_explorer.reset();
         // What the application object waits for at its end.
-        QVERIFY(QThreadPool::globalInstance()->waitForDone(1000));
-        QVERIFY(!soon.hasExpired());
+        QVERIFY(QThreadPool::globalInstance()->waitForDone(2000)); // of a stall of three seconds
         QCOMPARE(m_log.takeUnexpected(), QStringList());
     }
 
