@@ -159,6 +159,7 @@ private Q_SLOTS:
         m_summary->abortAll();
         QVERIFY(!m_service->isRunning() && finished.size() == 1 && !finished[0][0].toBool());
         m_files.setFault({});
+        writeFile(directory() + u".ready de/de.aff"_qs, "left by a process that was killed");
         QVERIFY(install(m_url.toStdString())); // while the worker of the first may still be there
         QTRY_COMPARE(content(), m_new);
     }
