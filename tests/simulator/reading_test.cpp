@@ -1,12 +1,15 @@
 #include "packages/dictionary_converter.h"
 #include "simulator/fixture/test_device.h"
 #include "simulator/window/device_switches.h"
+#include "simulator/window/paper_screen.h"
 #include "simulator/window/reader_text.h"
 #include "simulator/window/window.h"
 #include "simulator/window/word_lookup.h"
 #include "tests/support/seen_items.h"
 
+#include <QElapsedTimer>
 #include <QProcess>
+#include <QSignalSpy>
 #include <QTest>
 #include <dictionaries/dictionary_file.h>
 #include <vellum/device_state.h>
@@ -166,6 +169,43 @@ private Q_SLOTS:
         QTRY_VERIFY(shown(u"Rotkäppchen"_qs));
         press({Qt::Key_Down, Qt::Key_Return});
         QTRY_VERIFY(shown(u"Rotkäppchen"_qs) && !shown(u"Anna Karenina"_qs));
+    }
+
+    void electronicPaper() {
+        open(u"6-touch"_qs);
+        auto* const paper = m_window->findChild<PaperScreen*>();
+        const auto picture = [](QQuickItem* item) {
+            const auto grab = item->grabToImage(item->size().toSize());
+            QSignalSpy(grab.data(), &QQuickItemGrabResult::ready).wait();
+            return grab->image().convertToFormat(QImage::Format_Grayscale8);
+        };
+        const auto isDrawn = [&] { return picture(paper) == picture(screen()); };
+        tap(shown(u"Electronic paper"_qs, m_window->contentItem()));
+        QTRY_VERIFY(paper->updates() == 1 && paper->area() == 1 && isDrawn());
+
+        QElapsedTimer timer;
+        timer.start();
+        tap(shown(u"›"_qs));
+        QTRY_VERIFY(paper->updates() > 0 && shown(u"Page 2 of"_qs));
+        QTRY_VERIFY(isDrawn());
+        QVERIFY(timer.elapsed() >= 250);
+        QVERIFY(paper->updates() <= 2 && paper->area() < 1);
+
+        paper->setFast(true);
+        tap(shown(u"‹"_qs));
+        QTRY_VERIFY(paper->updates() > 0 && shown(u"Page 1 of"_qs));
+        const auto isGrey = [](uchar shade) { return shade != 0 && shade != 255; };
+        const auto greys = [&] {
+            const QImage text = picture(paper).copy(0, 200, 756, 500);
+            return std::count_if(text.constBits(), text.constBits() + text.sizeInBytes(), isGrey);
+        };
+        QTRY_COMPARE(greys(), 0);
+        QVERIFY(!isDrawn());
+        const int updates = paper->updates();
+        paper->setFast(false);
+        QCOMPARE(paper->updates(), updates + 1);
+        QCOMPARE(m_window->grabWindow().pixelColor(centreOf(*paper).toPoint()), Qt::black); // the flash
+        QTRY_VERIFY(isDrawn() && paper->area() > 1);
     }
 
     void switches() {

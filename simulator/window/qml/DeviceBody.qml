@@ -1,4 +1,5 @@
 import QtQuick
+import com.tessaly.controls.device
 import Tessaly.Simulator
 
 // The device as one holds it: the screen, fitted into the room there is, and on a device with keys its buttons beneath.
@@ -6,6 +7,9 @@ FocusScope {
     id: body
 
     property bool touch: true
+    // Whether the screen is drawn as electronic paper draws.
+    property bool paper: false
+    property alias paperScreen: paperScreen
     readonly property real rim: 28
     readonly property real keysHeight: touch ? 0 : keys.height + rim / 2
     // At the screen's own size.
@@ -52,6 +56,16 @@ FocusScope {
                 visible: body.factor !== 1
                 sourceItem: visible ? screen : null
                 hideSource: true
+            }
+            PaperScreen {
+                id: paperScreen
+                width: screen.width
+                height: screen.height
+                visible: body.paper
+                scale: body.factor
+                transformOrigin: Item.TopLeft
+                screen: screen
+                fast: DeviceInfoProvider.inA2
             }
         }
         KeyPad {

@@ -44,6 +44,7 @@ Window {
         height: parent.height
         focus: true
         touch: window.device.state.touch
+        paper: panel.paper
     }
     SwitchPanel {
         id: panel
@@ -51,5 +52,6 @@ Window {
         width: 300
         height: parent.height
         device: window.device
+        paperScreen: body.paperScreen
     }
 }

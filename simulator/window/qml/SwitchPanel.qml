@@ -6,6 +6,8 @@ Rectangle {
     id: panel
 
     property DeviceSwitches device
+    property PaperScreen paperScreen
+    property bool paper: false
 
     component Label: Text {
         width: parent ? parent.width : 0
@@ -144,6 +146,18 @@ Rectangle {
                 text: "Debug mode"
                 marked: panel.device.state.debugMode
                 onClicked: panel.device.set("debugMode", !marked)
+            }
+
+            PanelButton {
+                checkable: true
+                text: "Electronic paper"
+                marked: panel.paper
+                onClicked: panel.paper = !marked
+            }
+            Label {
+                visible: panel.paper
+                text: "Updates since the last key or touch: %1, over %2 % of the screen."
+                    .arg(panel.paperScreen.updates).arg(Math.round(100 * panel.paperScreen.area))
             }
 
             Heading {
