@@ -103,6 +103,13 @@ FocusScope {
             lineHeight: 1.15
         }
     }
+    ScrollIndicator {
+        anchors.top: area.top
+        anchors.right: parent.right
+        anchors.rightMargin: GlobalValues.defaultBorderThickness
+        visible: panel.overflows && !DeviceInfoProvider.touch
+        flickable: area
+    }
     TextButton {
         id: choose
         anchors.bottom: parent.bottom
@@ -119,7 +126,7 @@ FocusScope {
         anchors.bottomMargin: GlobalValues.defaultBorderThickness
         x: GlobalValues.defaultBorderThickness
         width: parent.width - 2 * x
-        visible: panel.overflows && !choose.visible
+        visible: panel.overflows && !choose.visible && DeviceInfoProvider.touch
         canScrollUp: area.contentY > 0
         canScrollDown: area.contentY + area.height < area.contentHeight
         onScrollUp: Global.scrollFlickablePageUp(area)
