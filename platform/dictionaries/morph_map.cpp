@@ -1,6 +1,5 @@
 #include <dictionaries/morph_map.h>
 
-#include <QQmlEngine>
 #include <utilities/locale.h>
 
 namespace tessaly::dictionary {
@@ -19,8 +18,6 @@ MorphValue* MorphMap::at(const QString& code) {
     MorphValue*& entry = m_values[code];
     if (!entry) {
         entry = new MorphValue(this);
-        // An engine would else take an object that it gets from a call for its own.
-        QQmlEngine::setObjectOwnership(entry, QQmlEngine::CppOwnership);
         beginFollowing();
         entry->setValue(find(code));
     }

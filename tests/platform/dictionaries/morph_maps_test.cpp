@@ -1,18 +1,16 @@
-#include "../support/bare_device.h"
 #include "../support/canned_server.h"
 
-#include <QPointer>
-#include <QQmlComponent>
-#include <QQmlContext>
-#include <QQmlEngine>
 #include <QTcpServer>
 #include <QTest>
 #include <QThreadPool>
 #include <dictionaries/morph_explorer.h>
 #include <memory>
 #include <optional>
+#include <simulator/fixture/test_device.h>
+#include <tests/support/files.h>
 #include <tests/support/log_watch.h>
 #include <vellum/clock.h>
+#include <vellum/device_state.h>
 
 using namespace tessaly;
 using dictionary::MorphValue;
@@ -71,36 +69,14 @@ private Q_SLOTS:
         QCOMPARE(m_log.takeUnexpected(), QStringList());
     }
 
-    void qmlFollowsAndOwnsNothing() {
-        QPointer<MorphValue> german;
-        {
-            QQmlEngine engine;
-            engine.rootContext()->setContextProperty(u"explorer"_qs, m_explorer.get());
-            QQmlComponent component(&engine);
-            component.setData(
-                "import QML\n QtObject { property string seen: '' + explorer.urlMap.at('de').value +"
-                "explorer.existanceMap.at('de').value + explorer.apiKeyProvider.apiKey() }",
-                {});
-            const std::unique_ptr<QObject> object(component.create());
-            QCOMPARE(object->property("seen"), QVariant(u"undefinedfalsesecret"_qs));
-            german = m_urls->at(u"de"_qs);
-            m_server.setAnswer(200, "{'de': 'http://h/de'}");
-            vellum::state::setNetState(2);
-            QTRY_COMPARE(object->property("seen"), QVariant(u"http://h/defalsesecret"_qs));
-            engine.collectGarbage();
-            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        }
-        QVERIFY(german && m_urls->at(u"de"_qs) == german);
-    }
-
 private:
     void useServer(const std::string& url) const {
-        m_device->write(u"/ebrmain/config/dictionary_server.cfg"_qs,
-                        "url=" + QByteArray::fromStdString(url) + "\nmorphology_api_key=secret\n");
+        writeFile(m_device->path("/ebrmain/config/dictionary_server.cfg"),
+                  "url=" + QByteArray::fromStdString(url) + "\nmorphology_api_key=secret\n");
     }
 
     tests::CannedServer m_server;
-    std::optional<tests::BareDevice> m_device;
+    std::optional<fixture::TestDevice> m_device;
     LogWatch m_log;
     std::unique_ptr<dictionary::MorphExplorer> m_explorer;
     dictionary::MorphUrlMap* m_urls = nullptr;
