@@ -56,6 +56,9 @@ Item {
             elsewhere.forceActiveFocus()
             keyRelease(Qt.Key_Return)
             compare(grabImage(item).pixel(20, 20).toString(), "#ffffff")
+            keyPress(Qt.Key_Return)
+            item.forceActiveFocus()
+            keyRelease(Qt.Key_Return) // isn't the one of a press here
             mousePress(item)
             mouseMove(item, item.width + 200, 5)
             mouseRelease(item, item.width + 200, 5)
