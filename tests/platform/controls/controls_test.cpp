@@ -1,7 +1,7 @@
-#include "../support/bare_device.h"
 #include "../support/quick_device.h"
 
 #include <QtQuickTest/quicktest.h>
+#include <simulator/fixture/test_device.h>
 
 class Setup : public QObject {
     Q_OBJECT
@@ -10,7 +10,7 @@ public Q_SLOTS:
     void qmlEngineAvailable(QQmlEngine* engine) { m_device.setUp(engine); }
 
 private:
-    const tessaly::tests::BareDevice m_root;
+    const tessaly::fixture::TestDevice m_root;
     tessaly::tests::QuickDevice m_device;
 };
 

@@ -1,12 +1,12 @@
-#include "../support/bare_device.h"
-
 #include <QTest>
 #include <QtEndian>
 #include <cstring>
 #include <dictionaries/dictionary_file.h>
 #include <dictionaries/vl_api.h>
+#include <simulator/fixture/test_device.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
+#include <tests/support/files.h>
 #include <tests/support/log_watch.h>
 #include <vellum/vellum.h>
 
@@ -91,7 +91,7 @@ private Q_SLOTS:
             for (char* const place : below(levels[i]))
                 qToBigEndian(levels[i + 1], place);
         }
-        m_device.write(file, bytes);
+        writeFile(path(), bytes);
         LogWatch log;
         QVERIFY(OpenDictionary("d") && open().getRight().lookup("word").empty());
         QVERIFY(log.takeUnexpected().value(0).endsWith(u"cannot be read: interrupted"));
@@ -114,7 +114,7 @@ private Q_SLOTS:
             root += number(0x68 + 51 * i).last(2);
         QByteArray bytes = readFile(path()).replace(28, 4, number(1 << 19)).left(3 * 512);
         bytes += root.leftJustified(0x68, '\0') + cell.repeated(8) + number(5);
-        m_device.write(file, bytes);
+        writeFile(path(), bytes);
         QVERIFY(QFile::resize(path(), 256 << 20));
         LogWatch log;
         QElapsedTimer timer;
@@ -130,7 +130,7 @@ private Q_SLOTS:
         const QByteArray whole = readFile(path());
         for (const QByteArray& content : {whole.left(whole.size() / 2), QByteArray(),
                                           QByteArray("no database"), QByteArray(70'000, '\0')}) {
-            m_device.write(file, content);
+            writeFile(path(), content);
             QVERIFY(open().isLeft() && !OpenDictionary("d"));
         }
         QVERIFY(QFile::remove(path()));
@@ -153,7 +153,7 @@ private Q_SLOTS:
               "/ebrmain/dictionaries/c.TSDICT", "/ebrmain/dictionaries/.tsdict",
               "/mnt/ext1/system/dictionaries/folder.tsdict/d.tsdict",
               "/mnt/ext1/system/dictionaries/b.tsdict", "/mnt/ext2/system/dictionaries/Ελληνικά.tsdict"})
-            m_device.write(QString::fromUtf8(name), "not looked at");
+            writeFile(m_device.path(name), "not looked at");
         QFile::link(u"nowhere"_qs, m_device.path("/mnt/ext1/system/dictionaries/dangling.tsdict"));
         const auto found = vl_api::enumDictionaries();
         QStringList paths;
@@ -173,7 +173,7 @@ private:
 
     void make(const QByteArray& statements) const {
         QFile::remove(path());
-        m_device.write(file, {});
+        writeFile(path(), {});
         sqlite3* database = nullptr;
         QCOMPARE(sqlite3_open(qUtf8Printable(path()), &database), SQLITE_OK);
         QCOMPARE(sqlite3_exec(database, statements.constData(), nullptr, nullptr, nullptr), SQLITE_OK);
@@ -184,7 +184,7 @@ private:
         return dictionary::open(file.toStdString());
     }
 
-    tests::BareDevice m_device;
+    fixture::TestDevice m_device;
 };
 
 QTEST_GUILESS_MAIN(DictionaryFileTest)

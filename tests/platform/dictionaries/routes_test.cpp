@@ -1,8 +1,10 @@
-#include "../support/bare_device.h"
 #include "../support/canned_server.h"
 
 #include <QTest>
 #include <dictionaries/routes.h>
+#include <simulator/fixture/test_device.h>
+#include <tests/support/files.h>
+#include <vellum/device_state.h>
 
 using namespace tessaly::dictionary;
 
@@ -123,7 +125,7 @@ private Q_SLOTS:
         Routes::sendSuccessInstall("7/../8?", m_server.url());
         QCOMPARE(m_server.takeRequests(), QStringList({u"POST /v1/packages?ids=1%26x%3D2%23 "_qs,
                                                        u"POST /v1/packages/7%2F..%2F8%3F/installed "_qs}));
-        m_device.write(u"/ebrmain/config/dictionary_server.cfg"_qs, "url=http://h:1/base//\n");
+        writeFile(m_device.path("/ebrmain/config/dictionary_server.cfg"), "url=http://h:1/base//\n");
         QCOMPARE(default_base_url(), std::string("http://h:1/base"));
         vellum::state::setNetworkReachable(false);
         for (const QString& route : routes)
@@ -132,7 +134,7 @@ private Q_SLOTS:
     }
 
 private:
-    tessaly::tests::BareDevice m_device;
+    tessaly::fixture::TestDevice m_device;
     tessaly::tests::CannedServer m_server;
 };
 

@@ -1,11 +1,13 @@
-#include "../support/bare_device.h"
 #include "../support/canned_server.h"
 
 #include <platform/vellum/testing.h>
+#include <simulator/fixture/test_device.h>
+#include <tests/support/files.h>
 #include <tests/support/log_watch.h>
 #include <utilities/http_client.h>
 #include <utilities/sync_downloader.h>
 #include <vellum/clock.h>
+#include <vellum/device_state.h>
 
 #include <QCryptographicHash>
 #include <QTest>
@@ -250,7 +252,7 @@ private:
     }
     [[nodiscard]] QStringList files() const { return folderContent(m_folder).keys(); }
 
-    tests::BareDevice m_device;
+    fixture::TestDevice m_device;
     LogWatch m_log;
     std::optional<SyncDownloader> m_downloader;
     const QString m_folder = m_device.path("/mnt/ext1/Downloads/");

@@ -1,8 +1,9 @@
-#include "../support/bare_device.h"
-
 #include <base/log_sink.h>
+#include <simulator/fixture/test_device.h>
+#include <tests/support/files.h>
 #include <utilities/cfg_wrapper.h>
 #include <utilities/locale.h>
+#include <vellum/device_state.h>
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -43,9 +44,6 @@ private Q_SLOTS:
         for (const char* const wrong :
              {"p", "pt_", "_BR", "pt-BR", "p1", "pt_BR_x", "ninechars", "pt_B", "тк", " pt", "pt\n"})
             QVERIFY2(locale_parser::tagged_parse(wrong, '_').isLeft(), wrong);
-        std::ostringstream error;
-        error << locale_parser::tagged_parse("pt-", '-').getLeft();
-        QCOMPARE(error.str(), std::string("locale \"pt-\":3: no region code"));
     }
 
     void keepsOddValues() {
@@ -97,7 +95,7 @@ private Q_SLOTS:
 
     void readsPlainFilesOnly() {
         QCOMPARE(::mkfifo(qUtf8Printable(m_device.path("/var/pipe.cfg")), 0600), 0);
-        m_device.write(u"/var/huge.cfg"_qs, "key=value\n");
+        writeFile(m_device.path("/var/huge.cfg"), "key=value\n");
         QVERIFY(QFile::resize(m_device.path("/var/huge.cfg"), 3LL << 30));
         for (const char* const path : {"/var/pipe.cfg", "/var/huge.cfg"})
             QVERIFY(!CfgWrapper(path, 0).readIfExists<std::string>("key"));
@@ -118,7 +116,7 @@ private Q_SLOTS:
         // The second leaves no room for the longer name that it is first written under.
         const std::string longPath = "/var/" + std::string(252, 'n');
         for (const std::string& path : {std::string("/var/kept.cfg"), longPath}) {
-            m_device.write(QString::fromStdString(path), "key=old\n");
+            writeFile(m_device.path(path.c_str()), "key=old\n");
             const auto change = [&path](int mode) {
                 CfgWrapper config(path, mode);
                 WriteString(config.handle(), "key", "new");
@@ -138,7 +136,7 @@ private Q_SLOTS:
     }
 
 private:
-    tests::BareDevice m_device;
+    fixture::TestDevice m_device;
 };
 
 int main(int argc, char** argv) {

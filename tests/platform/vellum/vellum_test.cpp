@@ -1,8 +1,9 @@
-#include "../support/bare_device.h"
-
 #include <platform/vellum/testing.h>
+#include <simulator/fixture/test_device.h>
+#include <tests/support/files.h>
 #include <tests/support/log_watch.h>
 #include <vellum/clock.h>
+#include <vellum/device_state.h>
 #include <vellum/vellum.h>
 
 #include <QElapsedTimer>
@@ -10,6 +11,7 @@
 #include <QTest>
 #include <csignal>
 #include <future>
+#include <optional>
 
 using namespace tessaly;
 
@@ -26,10 +28,7 @@ class VellumTest : public QObject {
 
 private Q_SLOTS:
     void init() {
-        QFile::remove(m_device.path(agentPath));
-        QVERIFY(QFile::copy(QStringLiteral(TESSALY_NETAGENT), m_device.path(agentPath)));
-        vellum::state::setNetworkReachable(true);
-        vellum::state::setNetState(0);
+        m_device.emplace();
         vellum::state::setConnectDelayMs(0);
     }
 
@@ -59,10 +58,10 @@ private Q_SLOTS:
     }
 
     void aNullEntryEndsTheArguments() {
-        const QString script = m_device.path("/ebrmain/bin/script");
+        const QString script = m_device->path("/ebrmain/bin/script");
         writeFile(script, "#!/bin/sh\necho \"$#:$1:$2\" > \"$1.part\" && mv \"$1.part\" \"$1\"\n");
         QFile::setPermissions(script, QFile::ReadOwner | QFile::ExeOwner);
-        const QByteArray output = m_device.path("/var/output").toUtf8();
+        const QByteArray output = m_device->path("/var/output").toUtf8();
         const char* const arguments[] = {output.constData(), "second one", nullptr, "not there"};
         QVERIFY(OpenTask("/ebrmain/bin/script", 4, arguments, 0) > 0);
         QTRY_COMPARE(readFile(QString::fromUtf8(output)), "2:" + output + ":second one\n");
@@ -80,7 +79,7 @@ private Q_SLOTS:
         QCOMPARE(NetConnect2(nullptr, 1), 0);
         QVERIFY(timer.elapsed() >= 300);
         QCOMPARE(GetNetState(), 2);
-        QFile::remove(m_device.path(agentPath)); // connected already: not asked
+        QFile::remove(m_device->path(agentPath)); // connected already: not asked
         QCOMPARE(NetConnect2(nullptr, 1), 0);
         vellum::state::setNetworkReachable(false);
         QCOMPARE(GetNetState(), 0);
@@ -148,7 +147,7 @@ private Q_SLOTS:
     }
 
 private:
-    tests::BareDevice m_device;
+    std::optional<fixture::TestDevice> m_device;
     LogWatch m_log;
 };
 
