@@ -112,7 +112,9 @@ void PaperScreen::setFast(bool fast) {
 }
 
 void PaperScreen::paint(QPainter* painter) {
-    painter->drawImage(0, 0, m_shown);
+    if (!m_shown.isNull()) // scaled as a whole: thin lines don't fall between two pixels
+        painter->drawImage(0, 0,
+                           m_shown.scaled(size().toSize(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
 }
 
 bool PaperScreen::eventFilter(QObject*, QEvent* event) {

@@ -173,6 +173,7 @@ private Q_SLOTS:
 
     void electronicPaper() {
         open(u"6-touch"_qs);
+        m_window->resize(1170, 1136); // the screen is drawn at its own size
         auto* const paper = m_window->findChild<PaperScreen*>();
         const auto picture = [](QQuickItem* item) {
             const auto grab = item->grabToImage(item->size().toSize());

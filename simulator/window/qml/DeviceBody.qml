@@ -59,11 +59,8 @@ FocusScope {
             }
             PaperScreen {
                 id: paperScreen
-                width: screen.width
-                height: screen.height
+                anchors.fill: parent
                 visible: body.paper
-                scale: body.factor
-                transformOrigin: Item.TopLeft
                 screen: screen
                 fast: DeviceInfoProvider.inA2
             }
