@@ -91,7 +91,7 @@ Item {
             const message = createTemporaryObject(messageComponent, scene)
             closed.target = message
             closed.clear()
-            message.showFor("text", "image://resource/icon_error", 5000)
+            message.showFor("text", "image://resource/icon_error", 60000)
             message.forceActiveFocus()
             seenBehind = 0
             if (data.key)
@@ -115,6 +115,9 @@ Item {
             verify(!switches.isKeptAwake())
             Global.openConfirmationDialog(loader, "Really?", {})
             verify(loader.item.activeFocus && switches.isKeptAwake())
+            loader.item.apply.connect(() => fail("it can't be applied"))
+            loader.item.canApply = false
+            mouseClick(labelled("Yes", loader.item))
             Global.closeConfirmationDialogLoader(loader)
             verify(!loader.visible && !switches.isKeptAwake())
         }

@@ -14,7 +14,14 @@ Item {
             property Item aside
             width: 300
             height: 200
-            delegate: FocusScope { width: 300; height: 40 }
+            header: Item { width: 300; height: 30 }
+            // Rows 1 and 2 can't have the focus.
+            delegate: FocusScope {
+                required property int index
+                width: 300
+                height: index === 1 ? 0 : 40
+                enabled: index !== 2
+            }
             LongKeyNavigation.down: aside
         }
     }
@@ -42,6 +49,20 @@ Item {
                 list.model.rows = [{ name: "one" }]
                 tryCompare(list, "count", 1)
             }
+        }
+
+        function test_rowKeys() {
+            const list = createTemporaryObject(listComponent, scene, { model: 200 })
+            for (const [from, key, to] of [[0, Qt.Key_Down, 3], [150, Qt.Key_Down, 151], [199, Qt.Key_Down, 199],
+                                           [2, Qt.Key_Down, 4], [3, Qt.Key_Up, 0], [0, Qt.Key_Up, 0]]) {
+                list.listBehaviour.activeFocusIndex = from
+                keyClick(key)
+                compare(list.listBehaviour.activeFocusIndex, to)
+                tryVerify(() => list.itemAtIndex(to)) // the view has moved there
+                const y = list.itemAtIndex(to).mapToItem(list, 0, 0).y
+                verify(list.itemAtIndex(to).activeFocus && y >= 0 && y + 40 <= list.height)
+            }
+            compare(list.contentY, list.originY) // with what stands above
         }
 
         function test_heldKey() {
@@ -76,7 +97,7 @@ Item {
         }
 
         function test_listPages() {
-            const list = createTemporaryObject(listComponent, scene, { height: 190, model: 50 })
+            const list = createTemporaryObject(listComponent, scene, { height: 190, header: null, model: 50 })
             for (const y of [160, 320]) { // the row that is cut off is the next page's first
                 verify(Global.scrollPageDown(list))
                 compare(list.contentY, y)
@@ -85,7 +106,7 @@ Item {
             let pages = 0
             while (Global.scrollPageDown(list))
                 verify(++pages < 150)
-            compare(list.contentY, 50 * 40 - 30)
+            compare(list.contentY, 49 * 40 - 30)
         }
     }
 }
