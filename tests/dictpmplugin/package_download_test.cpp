@@ -34,51 +34,9 @@ constexpr auto statusFile = "/mnt/ext1/system/tsdicts/installer_out_code.txt";
 constexpr auto downloads = "/mnt/ext1/Downloads";
 const auto installed = u"1 2 3 4 8 syncFinished(true)"_qs;
 
-DictionariesListModel& model() {
-    return *DictionariesListModel::instance();
-}
-DictPMController& controller() {
-    return *DictPMController::instance();
-}
-
-// Steps.
-
-void start() {
-    controller().downloadPackageProcess();
-}
-void again() {
-    controller().reDownloadPackageProcess();
-}
-void cancel() {
-    controller().cancelDownloading();
-}
-void until(int state) {
-    QTRY_COMPARE_WITH_TIMEOUT(controller().syncState(), state, 60'000);
-}
-/// All workers' threads are there again, at once.
-void free() {
-    QVERIFY(QThreadPool::globalInstance()->waitForDone(1500));
-}
-/// The worker is done, and nobody has heard of it.
-void block() {
-    QThreadPool::globalInstance()->waitForDone();
-}
 /// What this program does when it is the installer: "SECONDS", "SECONDS CODE", "SECONDS CODE PERCENT" or
 /// "SECONDS CODE PERCENT DELAY". It waits for the delay, writes the result, if there is one (-3 when the
 /// package isn't there), and lives on for that long.
-void actAs(const char* acts) {
-    qputenv("TESSALY_INSTALLER_ACTS", acts);
-}
-/// That of a host that was killed, say.
-void startOlderInstaller() {
-    const char* const arguments[] = {"-package_name", "/old"};
-    QVERIFY(OpenTask(installer, 2, arguments, 1) > 0);
-}
-void killInstaller() {
-    const int task = FindTaskByAppName(installer);
-    QVERIFY(task > 0 && ::kill(task, SIGKILL) == 0); // -1 would be every process there is
-}
-
 int standInForInstaller(const std::string& package) {
     std::istringstream acts(std::getenv("TESSALY_INSTALLER_ACTS"));
     double seconds = 0, delay = 0;
@@ -111,6 +69,27 @@ class PackageDownloadTest : public QObject {
     bool m_isServed = false;
     QString m_package; ///< of the marked ones, in the Downloads
 
+    static DictionariesListModel& model() { return *DictionariesListModel::instance(); }
+    static DictPMController& controller() { return *DictPMController::instance(); }
+
+    // Steps.
+    static void start() { controller().downloadPackageProcess(); }
+    static void again() { controller().reDownloadPackageProcess(); }
+    static void cancel() { controller().cancelDownloading(); }
+    static void until(int state) { QTRY_COMPARE_WITH_TIMEOUT(controller().syncState(), state, 60'000); }
+    /// The worker is done, and nobody has heard of it.
+    static void block() { QThreadPool::globalInstance()->waitForDone(); }
+    /// All workers' threads are there again, at once.
+    static void free() { QVERIFY(QThreadPool::globalInstance()->waitForDone(1500)); }
+    static void actAs(const char* acts) { qputenv("TESSALY_INSTALLER_ACTS", acts); }
+    static void startOlderInstaller() {
+        const char* const arguments[] = {"-package_name", "/old"};
+        QVERIFY(OpenTask(installer, 2, arguments, 1) > 0);
+    }
+    static void killInstaller() {
+        const int task = FindTaskByAppName(installer);
+        QVERIFY(task > 0 && ::kill(task, SIGKILL) == 0); // -1 would be every process there is
+    }
     void set(const char* key, const QJsonValue& value) {
         m_device.server().setSwitches({{QString::fromLatin1(key), value}});
     }

@@ -7,6 +7,7 @@
 #include <QHttpServer>
 #include <QHttpServerResponder>
 #include <QMetaEnum>
+#include <QPainter>
 #include <QTcpSocket>
 #include <QtQuickTest/quicktest.h>
 #include <optional>
@@ -18,14 +19,6 @@ namespace {
 constexpr int reduction = 4;       ///< of stored pictures, each way
 constexpr int cell = 8;            ///< what is compared, in pixels of a stored picture
 constexpr int mostDifference = 40; ///< of a cell's grey values, on average
-
-int differenceOfCell(const QImage& a, const QImage& b, int left, int top) {
-    int sum = 0;
-    for (int y = top; y < top + cell; ++y)
-        for (int x = left; x < left + cell; ++x)
-            sum += std::abs(qGray(a.pixel(x, y)) - qGray(b.pixel(x, y)));
-    return sum / (cell * cell);
-}
 
 /// Each as "role|name|description"; what is hidden is left out.
 void collectAccessible(const QAccessibleInterface& parent, QStringList& found) {
@@ -107,27 +100,26 @@ public:
     Q_INVOKABLE [[nodiscard]] static QString difference(QQuickItem* item, const QString& picture) {
         const QString stored = QStringLiteral(TESSALY_PICTURE_FOLDER "/%1.png").arg(picture);
         const QImage full = item->window()->grabWindow();
-        const QImage shown =
-            full.scaled(full.size() / reduction, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-                .convertToFormat(QImage::Format_Grayscale8);
+        QImage shown = full.scaled(full.size() / reduction, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
         if (qEnvironmentVariableIsSet("TESSALY_RENEW_PICTURES"))
-            return shown.save(stored) ? QString() : u"can not save "_qs + stored;
+            return shown.convertToFormat(QImage::Format_Grayscale8).save(stored)
+                       ? QString()
+                       : u"can not save "_qs + stored;
         const QImage expected(stored);
         if (expected.size() != shown.size())
             return u"not of the size of "_qs + stored;
-        for (int y = 0; y + cell <= shown.height(); y += cell) {
-            for (int x = 0; x + cell <= shown.width(); x += cell) {
-                const int found = differenceOfCell(shown, expected, x, y);
-                if (found <= mostDifference)
-                    continue;
-                const QString seen = QDir::temp().filePath(picture + u".png"_qs);
-                full.save(seen);
-                return QStringLiteral("by %1 at %2, %3: %4")
-                    .arg(found)
-                    .arg(reduction * x)
-                    .arg(reduction * y)
-                    .arg(seen);
-            }
+        QPainter painter(&shown);
+        painter.setCompositionMode(QPainter::CompositionMode_Difference);
+        painter.drawImage(0, 0, expected);
+        const QImage cells =
+            shown.scaled(shown.size() / cell, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        for (int i = 0; i < cells.width() * cells.height(); ++i) {
+            const QPoint at(i % cells.width(), i / cells.width());
+            if (qGray(cells.pixel(at)) <= mostDifference)
+                continue;
+            const QString seen = QDir::temp().filePath(picture + u".png"_qs);
+            full.save(seen);
+            return QStringLiteral("at cell %1, %2: %3").arg(at.x()).arg(at.y()).arg(seen);
         }
         return {};
     }
