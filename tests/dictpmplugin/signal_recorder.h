@@ -26,6 +26,8 @@ public:
         }
     }
 
+    /// Something else that happened.
+    void add(const QString& text) { m_recorded << text; }
     /// What was recorded since the last call.
     QStringList take() { return std::exchange(m_recorded, {}); }
 
