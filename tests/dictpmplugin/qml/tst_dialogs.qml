@@ -65,67 +65,48 @@ Item {
             }
         }
 
-        function openProgress() {
-            const dialog = createTemporaryObject(Qt.createComponent("qrc:/qml/DownloadProgress.qml"), scene)
-            applied.target = cancelled.target = dialog
-            applied.clear()
-            cancelled.clear()
-            return dialog
-        }
-
-        function test_plurals_data() {
+        function test_progress_data() {
             return [{ tag: "one", count: 1, title: "1 словаря", text: "1 словарь" },
                     { tag: "few", count: 2, title: "2 словарей", text: "2 словаря" },
                     { tag: "many", count: 5, title: "5 словарей", text: "5 словарей" }]
         }
 
-        function test_plurals(data) {
+        // A run whose installer is at work, but for which the server still keeps the device waiting.
+        function test_progress(data) {
             useLanguage("ru")
             stage(catalogue, [])
             enterDownloadMode()
             mark(data.count)
-            const dialog = openProgress()
-            verify(dialog.title.endsWith(data.title), dialog.title)
-            DictPMController.syncFinished(false)
-            verify(dialog.isDownloding && shows(qsTr("@DictionaryPackage")) && shows(qsTr("@Cancel")))
-            DictPMController.syncFinished(true)
-            compare(dialog.title, qsTr("@SuccessfullyDownloaded"))
-            verify(front(item => typeof item.text === "string" && `${item.text} `.includes(data.text + " ")), data.text)
-            verify(!shows(qsTr("@DictionaryPackage")) && !shows("0%"))
-            tap(qsTr("@OK"))
-            compare([applied.count, cancelled.count], [1, 0])
-            dialog.visible = false
-            dialog.visible = true
-            verify(dialog.isDownloding && dialog.title.endsWith(data.title))
-        }
-
-        // A run whose installer is at work, but for which the server still keeps the device waiting.
-        function test_progressWhileInstalling() {
-            stage(catalogue, [])
-            enterDownloadMode()
-            mark(1)
-            openProgress()
+            const dialog = createTemporaryObject(Qt.createComponent("qrc:/qml/DownloadProgress.qml"), scene)
+            applied.target = cancelled.target = dialog
+            applied.clear()
+            cancelled.clear()
+            verify(dialog.title.endsWith(data.title) && shows("0%"), dialog.title)
             tap(qsTr("@Cancel"))
             compare(cancelled.count, 1)
-            verify(shows("0%"))
             DictPMController.downloadPackageProcess()
             DictPMController.setSyncState(4)
             tryCompare(DictPMController, "progress", 90)
             verify(shows("90%"))
             compare(front(item => item.maxValue === 100).value, 90)
-            const cancel = labelled(qsTr("@Cancel"))
-            verify(!cancel.enabled)
-            mouseClick(cancel)
-            cancel.forceActiveFocus()
+            mouseClick(labelled(qsTr("@Cancel")))
+            labelled(qsTr("@Cancel")).forceActiveFocus()
             keyClick(Qt.Key_Return)
-            compare(cancelled.count, 1)
+            DictPMController.syncFinished(false)
+            verify(dialog.isDownloding && shows(qsTr("@DictionaryPackage")) && !labelled(qsTr("@Cancel")).enabled)
             DictPMController.syncFinished(true)
+            compare(dialog.title, qsTr("@SuccessfullyDownloaded"))
+            verify(front(item => typeof item.text === "string" && `${item.text} `.includes(data.text + " ")), data.text)
+            verify(!shows(qsTr("@DictionaryPackage")) && !shows("90%"))
             tap(qsTr("@OK")) // although it still installs
             compare([applied.count, cancelled.count], [1, 1])
             DictPMController.cancelDownloading()
             switches.hangUp()
             tryCompare(DictPMController, "progress", 0)
             verify(!DictPMController.isInstalling)
+            dialog.visible = false
+            dialog.visible = true
+            verify(dialog.isDownloding && dialog.title.endsWith(data.title))
         }
 
         function openInformation(values) {
