@@ -40,8 +40,12 @@ Item {
             waitForRendering(controller)
         }
 
-        function arrive(...numbers) {
+        function install(...numbers) {
             switches.install(numbers.map(number => "Dictionary " + number))
+        }
+
+        function arrive(...numbers) {
+            install(...numbers)
             DictionariesListModel.refreshData()
         }
 
@@ -83,9 +87,9 @@ Item {
                 { tag: "left", steps: [...download, back, "none"], close: 1 },
                 { tag: "not while it installs", steps: [...download, installs, "progress", back, "progress"] },
                 { tag: "success", installed: 1, chosen: 1, close: 1, // by what is chosen
-                  steps: [...download, () => arrive(1, 3), "progress", succeeds, "success", "@OK", "none"] },
+                  steps: [...download, () => install(1, 3), "progress", succeeds, "success", "@OK", "none"] },
                 { tag: "success without it", installed: 1, chosen: -1,
-                  steps: [...download, () => arrive(1, 7), "progress", succeeds, "success", "@OK", "none"] },
+                  steps: [...download, () => install(1, 7), "progress", succeeds, "success", "@OK", "none"] },
                 { tag: "nothing installed", keys: true, left: 0,
                   steps: [() => arrive(), "list", enter, "marking", back, "list"] },
                 { tag: "nothing new", steps: [() => offer([]), "list", ...added, "list"] },
