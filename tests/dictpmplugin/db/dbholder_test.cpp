@@ -187,16 +187,21 @@ private Q_SLOTS:
         QCOMPARE(::eventfd_read(ready, &value), 0);
         m_watch->allow(u"sql error: database is locked"_qs);
         QElapsedTimer timer;
-        timer.start();
-        open();
-        QVERIFY(m_holder->isDBValid() && timer.restart() < 2500);
+        int tries = 5; // on a machine that is busy
+        do {
+            timer.start();
+            open();
+        } while (timer.elapsed() > 2500 && --tries > 0);
+        QVERIFY(m_holder->isDBValid() && tries > 0);
         QVERIFY(m_holder->dictionaryDAO().list().getLeft().toString().contains(u"database is locked"));
-        QVERIFY(m_holder->dictionaryDAO().deleteAll().left() && timer.elapsed() < 900);
+        QVERIFY(m_holder->dictionaryDAO().deleteAll().left());
+        QCOMPARE(tests::rows(database(), u"PRAGMA busy_timeout"_qs), QStringList(u"0"_qs));
         ::kill(other, SIGKILL);
         ::waitpid(other, nullptr, 0);
         ::close(ready);
         QCOMPARE(titles(), u"1, 2"_qs);
         QCOMPARE(m_watch->lines().last(), u"Migrated db to 1version"_qs);
+        QCOMPARE(tests::rows(database(), u"PRAGMA busy_timeout"_qs), QStringList(u"1000"_qs));
         QVERIFY(works());
     }
 };
