@@ -19,7 +19,7 @@ std::ostream& writeLine(std::ostream& out, const vl_api::Dictionary& dictionary)
 }
 
 std::ostream& writeLine(std::ostream& out, const DictionaryRow& row) {
-    return writeLine(out, row.info) << (row.selectedToDownload ? " selected" : "");
+    return writeLine(out, row.info);
 }
 
 template<class List>
