@@ -212,7 +212,7 @@ private Q_SLOTS:
         manager.stopConnecting(); // nothing yet
         const TickRecorder ticks;
         QCOMPARE(manager.getDictionariesFromDB().left(), DataManager::DatabaseFileNotExist);
-        QTRY_VERIFY(FindTaskByAppName(agent) > 0);
+        QTRY_VERIFY_WITH_TIMEOUT(FindTaskByAppName(agent) > 0, 60'000);
         const int task = FindTaskByAppName(agent);
         QCOMPARE(manager.getDictionariesFromDB().left(), DataManager::DatabaseError);
         QTRY_VERIFY_WITH_TIMEOUT(failures() > 0, 60'000);

@@ -215,7 +215,8 @@ private Q_SLOTS:
         steps();
         QString got;
         m_list->model.toDownloadMode();
-        QTRY_COMPARE((got += (got.isEmpty() ? QString() : u" "_qs) + m_list->story()).simplified(), recorded);
+        QTRY_COMPARE_WITH_TIMEOUT(
+            (got += (got.isEmpty() ? QString() : u" "_qs) + m_list->story()).simplified(), recorded, 60'000);
         QCOMPARE(m_list->model.isDownloadMode(), isSuccess);
         QCOMPARE(m_list->model.isConnectingToNet(), !isSuccess); // stays set, on purpose
         if (!isSuccess)
@@ -228,7 +229,7 @@ private Q_SLOTS:
             QVERIFY2(names(row - 1) <= names(row), qPrintable(names(row)));
         mark(0);
         m_list->model.toDownloadMode();
-        QTRY_COMPARE(m_list->model.selectedCount(), 0); // marks are gone with the list
+        QTRY_COMPARE_WITH_TIMEOUT(m_list->model.selectedCount(), 0, 60'000); // marks are gone with the list
         m_list->story();
         refresh();
         QCOMPARE(m_list->story(), u"[ downloadMode(false) showEmptyScreen() ]"_qs);
@@ -251,7 +252,7 @@ private Q_SLOTS:
         }
         QCOMPARE(m_list->story(), u"connecting(true)"_qs);
         QCOMPARE(m_list->model.getCount(), 1);
-        QTRY_VERIFY(m_list->model.isDownloadMode());
+        QTRY_VERIFY_WITH_TIMEOUT(m_list->model.isDownloadMode(), 60'000);
         QCOMPARE(catalogueRequests() - requests, 2);
         QCOMPARE(m_list->watch.lines(u"DICTS FROM NET (%1)\n"_qs.arg(m_offered.size())).size(), 1);
     }
@@ -266,7 +267,7 @@ private Q_SLOTS:
         connect(&m_list->model, &QAbstractItemModel::modelAboutToBeReset, this, ask,
                 Qt::SingleShotConnection);
         refresh();
-        QTRY_VERIFY(m_list->model.isDownloadMode());
+        QTRY_VERIFY_WITH_TIMEOUT(m_list->model.isDownloadMode(), 60'000);
     }
 };
 

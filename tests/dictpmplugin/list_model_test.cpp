@@ -123,6 +123,7 @@ private Q_SLOTS:
         QCOMPARE(traces,
                  u"DICTS FROM DB (2) 2;DICTS FROM ENUM (3) 3;SEPARATED DICTS (2) 2;"
                  "SEPARATED VL DICTS (1) 1;DICTS IN MODEL (3) 3;NOT INSTALLED DICTS (0) 0"_qs.split(u';'));
+        QCOMPARE(m_list->watch.lines(u"{ name: 7, file: 7.tsdict, directory: /mnt/ext1/system"_qs).size(), 2);
         m_list->story();
         for (const int row : {2, 1, 0, -1, 3, 2})
             m_list->model.toggleSelected(row);

@@ -80,7 +80,7 @@ class PackageDownloadTest : public QObject {
     /// The worker is done, and nobody has heard of it.
     static void block() { QThreadPool::globalInstance()->waitForDone(); }
     /// All workers' threads are there again, at once.
-    static void free() { QVERIFY(QThreadPool::globalInstance()->waitForDone(1500)); }
+    static void free() { QVERIFY(QThreadPool::globalInstance()->waitForDone(10'000)); }
     static void actAs(const char* acts) { qputenv("TESSALY_INSTALLER_ACTS", acts); }
     static void startOlderInstaller() {
         const char* const arguments[] = {"-package_name", "/old"};
@@ -219,7 +219,7 @@ private Q_SLOTS:
             set("package_state", u"wait"_qs), start(), until(5);
             QCOMPARE(vellum::testing::takeSleeps(),
                      std::vector<int>({2000, 2000, 2000, 2000, 2000, 5000, 5000, 5000, 5000, 5000}));
-            QTRY_COMPARE(controller().progress(), 0);
+            QTRY_COMPARE_WITH_TIMEOUT(controller().progress(), 0, 60'000);
             reset(), again(), until(8); // for the package that was asked for before
             QVERIFY(!m_device.server().status()[u"requests"].toObject().contains(u"package_request"));
         });
@@ -247,7 +247,7 @@ private Q_SLOTS:
                 [this] { standIn("60"), startOlderInstaller(), start(), until(7), killInstaller(); });
 
         row("cancelled when asking", u"1 6"_qs,
-            [this] { set("delay_ms", 5000), start(), QTest::qWait(50), cancel(), free(); });
+            [this] { set("delay_ms", 30'000), start(), QTest::qWait(50), cancel(), free(); });
         row("cancelled when waiting", u"1 2 6"_qs, [this] { startAndSleep(), cancel(), free(); });
         row("cancelled when loading", u"1 2 3 6"_qs,
             [this] { startAndLoad(), QTest::qWait(50), cancel(), free(); });
@@ -280,7 +280,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(FindTaskByAppName(installer) == -1, 10'000);
         QCoreApplication::processEvents();
         if (told.endsWith(u'5') || told.endsWith(u'6'))
-            QTRY_COMPARE(controller().progress(), 0);
+            QTRY_COMPARE_WITH_TIMEOUT(controller().progress(), 0, 60'000);
         QCOMPARE(story(), told);
         QCOMPARE(m_watch->lines(u"Error installing"_qs),
                  code == 0 ? QStringList()
