@@ -44,6 +44,9 @@ private Q_SLOTS:
                                    {u"--install"_qs, QStringLiteral(BUILD_FOLDER), u"--component"_qs,
                                     u"product"_qs, u"--prefix"_qs, m_installed.path()}),
                  0);
+        const QDir module(m_installed.filePath(u"com/tessaly/dictionaries"_qs));
+        for (const QString& line : QString::fromUtf8(readFile(module.filePath(u"qmldir"_qs))).split(u'\n'))
+            QVERIFY2(!line.endsWith(u".qml") || module.exists(line.section(u' ', 2)), qPrintable(line));
     }
     void init() { m_watch.emplace(); }
     void cleanup() { QCOMPARE(m_watch->unexpected(), QStringList()); }
