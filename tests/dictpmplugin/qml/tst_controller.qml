@@ -70,6 +70,7 @@ Item {
                 { tag: "touched", steps: ["German → French", "list"], close: 1, chosen: 1 },
                 { tag: "entered", steps: [enter, "list"], keys: true, close: 1, chosen: 0 },
                 { tag: "next entered", steps: [down, "list", enter, "list"], keys: true, close: 1, chosen: 1 },
+                { tag: "last entered", steps: [up, "list", up, "list", enter, "list"], keys: true, close: 1, chosen: 1 },
                 { tag: "information entered", steps: [right, "list", down, "list", enter, "information"], keys: true },
                 { tag: "marked by enter", steps: [up, "list", enter, "marking", enter, "marking", down, "marking",
                                                   enter, "progress", enter, "none"], keys: true, close: 1 },

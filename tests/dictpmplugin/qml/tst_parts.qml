@@ -192,6 +192,9 @@ Item {
             verify(header.header.title !== "Other")
             header.langTitle = "English"
             compare(header.header.title, "English")
+            stage(catalogue, [9])
+            createTemporaryObject(listComponent, scene)
+            verify(shows(qsTr("@Other")) && !shows("Other"))
         }
 
         function test_leavingWhileMorphologyComes() {
