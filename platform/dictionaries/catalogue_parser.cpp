@@ -18,6 +18,29 @@ namespace {
 
 constexpr qint64 largestNumber = std::numeric_limits<std::int32_t>::max();
 
+/// Good and bad ones; each takes many times its length in memory to read.
+constexpr std::size_t mostEntries = 2 * mostCatalogueRecords;
+
+/// Where the first so many entries of a JSON list end; nowhere if there are no more.
+std::size_t endOfEntries(std::string_view list, std::size_t count) {
+    int depth = 0;
+    bool isInText = false;
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        const char c = list[i];
+        if (isInText && c == '\\')
+            ++i;
+        else if (c == '"')
+            isInText = !isInText;
+        else if (!isInText && (c == '[' || c == '{'))
+            ++depth;
+        else if (!isInText && (c == ']' || c == '}'))
+            --depth;
+        else if (!isInText && c == ',' && depth == 1 && --count == 0)
+            return i;
+    }
+    return std::string_view::npos;
+}
+
 /// Reads the members of one record; the first that is not what it has to be makes the record a bad one.
 class RecordReader {
 public:
@@ -118,7 +141,13 @@ DictionaryInfo readRecord(RecordReader& reader) {
 } // namespace
 
 Either<ApiError, std::vector<DictionaryInfo>> parseCatalogue(const std::string& body) {
-    const auto json = parseJson(body, "catalogue");
+    const std::size_t end = endOfEntries(body, mostEntries);
+    std::string beginning; // instead of the whole
+    if (end != std::string::npos) {
+        LogLine(log::cb::warn) << "catalogue: only the first " << mostEntries << " entries are read";
+        beginning = body.substr(0, end) + ']';
+    }
+    const auto json = parseJson(beginning.empty() ? body : beginning, "catalogue");
     if (json.isLeft())
         return Left<ApiError>(json.getLeft());
     if (!json.getRight().isArray())

@@ -54,15 +54,16 @@ Either<ApiError, std::vector<DictionaryInfo>> listDictionaries(const std::string
         return Left<ApiError>({ApiError::CurlError{CURLE_URL_MALFORMAT}});
     const std::string url = baseUrl + "/v1/dictionaries";
     auto recent = RecentCatalogue::take(url);
-    const auto response = utilities::HttpClient().getIfChanged(url, recent ? recent->etag : std::string());
+    auto response = utilities::HttpClient().getIfChanged(url, recent ? recent->etag : std::string());
     if (recent && response.status == 304)
         return Right<std::vector<DictionaryInfo>>(std::move(recent->records));
-    const auto body = checkedBody(response, 200);
+    const std::string etag = response.etag;
+    const auto body = checkedBody(std::move(response), 200);
     if (body.isLeft())
         return Left<ApiError>(body.getLeft());
     auto records = parseCatalogue(body.getRight());
-    if (records.isRight() && !response.etag.empty())
-        RecentCatalogue::keep({url, response.etag, records.getRight()});
+    if (records.isRight() && !etag.empty())
+        RecentCatalogue::keep({url, etag, records.getRight()});
     return records;
 }
 

@@ -5,6 +5,7 @@
 #include <common_utilities/log_line.h>
 #include <curl/curl.h>
 #include <limits>
+#include <utility>
 
 namespace tessaly::dictionary {
 
@@ -25,14 +26,14 @@ utilities::HttpLimits shortResponseLimits() {
     return limits;
 }
 
-Either<ApiError, std::string> checkedBody(const utilities::HttpResponse& response, int expected, int wait) {
+Either<ApiError, std::string> checkedBody(utilities::HttpResponse response, int expected, int wait) {
     if (response.isTransportFailure())
         return Left<ApiError>({ApiError::CurlError{response.curlCode}});
     if (wait != 0 && response.status == wait)
         return Left<ApiError>({ApiError::Wait()});
     if (response.status != expected)
         return Left<ApiError>({ApiError::HttpError{response.status}});
-    return Right<std::string>(response.body);
+    return Right<std::string>(std::move(response.body));
 }
 
 Either<ApiError, std::string> getBody(const std::string& baseUrl, const std::string& path, int expected,
@@ -54,7 +55,8 @@ Either<ApiError, std::string> postForBody(const std::string& baseUrl, const std:
 
 Either<ApiError, QJsonDocument> parseJson(const std::string& body, const std::string& where) {
     QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromStdString(body), &error);
+    const QJsonDocument document =
+        QJsonDocument::fromJson(QByteArray::fromRawData(body.data(), qsizetype(body.size())), &error);
     if (error.error != QJsonParseError::NoError)
         return Left<ApiError>(parseError(where, error.offset, error.errorString().toStdString()));
     return Right<QJsonDocument>(document);

@@ -18,8 +18,7 @@ ApiError parseError(const std::string& where, std::int64_t position, const std::
 utilities::HttpLimits shortResponseLimits();
 
 /// The body of a response whose status is `expected`. The status `wait` (0 for none) is ApiError::Wait.
-Either<ApiError, std::string> checkedBody(const utilities::HttpResponse& response, int expected,
-                                          int wait = 0);
+Either<ApiError, std::string> checkedBody(utilities::HttpResponse response, int expected, int wait = 0);
 
 /// One request each, and the body of its response if the status is `expected`. The status `wait` (0 for none)
 /// is ApiError::Wait, any other one ApiError::HttpError. An empty base URL is a malformed one.
