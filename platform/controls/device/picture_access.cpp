@@ -15,6 +15,7 @@ namespace {
 
 constexpr utilities::HttpLimits limits{.totalSeconds = 10, .responseBytes = 2 << 20};
 constexpr int longestSide = 4096;
+constexpr int mostPixels = 8 << 20; // of which the screen has two copies for a moment
 constexpr int mostBitsPerPixel = 32;
 
 /// Looks at the head alone: a small file may announce a picture that no memory holds.
@@ -27,6 +28,7 @@ bool beginsAsPicture(QByteArray& bytes) {
     const QImageReader reader(&buffer, format);
     const QSize size = reader.size();
     return !size.isEmpty() && size.width() <= longestSide && size.height() <= longestSide &&
+           size.width() * size.height() <= mostPixels &&
            QImage::toPixelFormat(reader.imageFormat()).bitsPerPixel() <= mostBitsPerPixel;
 }
 
