@@ -18,6 +18,7 @@ namespace {
 constexpr int longestValue = 1 << 20;
 constexpr int longestSql = 1000; // that of the schema included
 constexpr std::size_t longestAnswer = 8 << 20;
+constexpr std::size_t longestMetadata = 256 << 10; // read of hundreds of files at every start
 /// Of all databases of the process. Bounds the work of a single step of the machine as well: a key in an
 /// index may be as long as its file, and is read whole for each comparison.
 constexpr sqlite3_int64 mostMemory = 16 << 20;
@@ -102,7 +103,7 @@ DictionaryDatabase::DictionaryDatabase(const std::string& hostPath)
         };
         if (!std::all_of(needed.begin(), needed.end(), isThere))
             return false;
-        const std::vector<Row> columns = run("PRAGMA main.table_xinfo(" + name + ")");
+        const std::vector<Row> columns = run("PRAGMA main.table_xinfo(" + name + ")", {}, longestMetadata);
         return std::all_of(columns.begin(), columns.end(), [](const Row& row) { return row.at(6) == "0"; });
     };
     if (!isPlainTable("metadata", {"key", "value"}) ||
@@ -110,7 +111,7 @@ DictionaryDatabase::DictionaryDatabase(const std::string& hostPath)
         connection.fail("not a dictionary");
     connection.looksLeft = std::numeric_limits<int>::max();
     // Whatever the keys are: picking them out in the statement takes longer than all the rest of opening.
-    m_metadata = run("SELECT key, value FROM metadata LIMIT 1000");
+    m_metadata = run("SELECT key, value FROM metadata LIMIT 1000", {}, longestMetadata);
 }
 
 DictionaryDatabase::~DictionaryDatabase() = default;
@@ -118,11 +119,11 @@ DictionaryDatabase::~DictionaryDatabase() = default;
 std::vector<DictionaryDatabase::Row> DictionaryDatabase::rows(const std::string& statement,
                                                               const std::string& text) const {
     m_connection->deadline = processorSeconds() + mostSeconds;
-    return run(statement, text);
+    return run(statement, text, longestAnswer);
 }
 
-std::vector<DictionaryDatabase::Row> DictionaryDatabase::run(const std::string& statement,
-                                                             const std::string& text) const {
+std::vector<DictionaryDatabase::Row>
+DictionaryDatabase::run(const std::string& statement, const std::string& text, std::size_t longest) const {
     sqlite3_stmt* prepared = nullptr;
     const int result =
         sqlite3_prepare_v2(m_connection->handle.get(), statement.c_str(), -1, &prepared, nullptr);
@@ -143,7 +144,7 @@ std::vector<DictionaryDatabase::Row> DictionaryDatabase::run(const std::string& 
             row.push_back(column(prepared, i));
             length += row.back().size();
         }
-        if (length > longestAnswer)
+        if (length > longest)
             m_connection->fail("too much text");
         rows.push_back(std::move(row));
     }

@@ -59,7 +59,7 @@ private Q_SLOTS:
               tables + "CREATE TABLE other (a DEFAULT '" + QByteArray(1000, 'x') + "')",
               tables + "INSERT INTO metadata VALUES ('title', zeroblob(2000000))",
               tables + "INSERT INTO metadata " + numbers +
-                  "WHERE i < 12) SELECT 'title', zeroblob(1000000) FROM n"}) {
+                  "WHERE i < 12) SELECT 'title', zeroblob(100000) FROM n"}) {
             make(statements);
             QVERIFY2(open().isLeft() && !OpenDictionary("d"), statements);
         }

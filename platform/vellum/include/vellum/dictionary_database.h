@@ -2,6 +2,7 @@
 
 #include <vellum/export.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -18,9 +19,9 @@ namespace vellum {
 /// virtual tables and generated columns in their place are refused: they are somebody else's code, as is a
 /// schema of hundreds of objects or with a statement of more than 1000 bytes. Nothing is written, in the file
 /// or beside it, nothing stored in it runs, and opening as well as each statement is bounded in processor
-/// time (a tenth of a second), text (8 MiB), the length of a value (1 MiB) and memory: all of SQLite in the
-/// process gets 16 MiB from now on.
-/// Failures are thrown as std::runtime_error. One thread at a time.
+/// time (a tenth of a second), text (8 MiB, of metadata 256 KiB), the length of a value (1 MiB) and memory:
+/// all of SQLite in the process gets 16 MiB from now on. Failures are thrown as std::runtime_error. One
+/// thread at a time.
 class TESSALY_VELLUM_API DictionaryDatabase {
 public:
     explicit DictionaryDatabase(const std::string& hostPath);
@@ -37,7 +38,8 @@ public:
     [[nodiscard]] std::vector<Row> rows(const std::string& statement, const std::string& text = {}) const;
 
 private:
-    [[nodiscard]] std::vector<Row> run(const std::string& statement, const std::string& text = {}) const;
+    [[nodiscard]] std::vector<Row> run(const std::string& statement, const std::string& text,
+                                       std::size_t longest) const;
 
     struct Connection;
     std::unique_ptr<Connection> m_connection;
