@@ -173,6 +173,7 @@ Item {
             return [{ tag: "there", body: dots, isThere: true }, { tag: "missing", status: 404, body: dots },
                     { tag: "broken", body: "no picture" }, { tag: "offline", offline: true, body: dots },
                     { tag: "too wide", body: "P1\n4097 1\n" + "1 ".repeat(4097) },
+                    { tag: "too much", body: "P4\n4096 2049\n" + "U".repeat(512 * 2049) },
                     { tag: "too large", body: dots + " ".repeat(2 << 20) },
                     { tag: "drawn", body: "<svg xmlns='http://www.w3.org/2000/svg' width='20' height='20'/>" }]
         }

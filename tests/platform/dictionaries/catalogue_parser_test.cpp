@@ -136,6 +136,15 @@ private Q_SLOTS:
                                         u"catalogue: 2 more like these"_qs}));
     }
 
+    void whatFollowsIsNotParsed() {
+        for (const auto& [count, found] : {std::pair{39'999, 1U}, {40'000, 0U}}) {
+            const QByteArray entries = QByteArray(R"(['a,\']{', {'b': 1}],)").repeated(count);
+            QCOMPARE(parse('[' + entries + good + ']').getRight().size(), found);
+            const QString warning = u"catalogue: only the first 40000 entries are read"_qs;
+            QCOMPARE(m_log.takeUnexpected().contains(warning), found == 0);
+        }
+    }
+
     void otherBodies() {
         const std::pair<QByteArray, int> bodies[] = {{"", 0},
                                                      {"{}", 0},
