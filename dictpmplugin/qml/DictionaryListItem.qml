@@ -52,9 +52,11 @@ FocusScope {
         abortPress()
         row_keys.drop()
         info_keys.drop()
-        visible = false
+        for (const button of [info_button, check_box.item].filter(button => button?.pressed)) {
+            button.visible = false // a button that is hidden forgets its press
+            button.visible = true
+        }
     }
-    ListView.onReused: visible = true
 
     focus: true
     implicitHeight: Math.max(Math.round(info_column.height), GlobalValues.listElementHeight)
@@ -130,6 +132,7 @@ FocusScope {
                 // Only rows to download have one: a button takes long to make.
                 // qmllint disable unqualified
                 Loader {
+                    id: check_box
                     active: wrapper.downloadMode
                     visible: active
                     Accessible.role: Accessible.CheckBox
@@ -150,15 +153,19 @@ FocusScope {
                 }
                 // qmllint enable unqualified
             }
-            Rectangle {
+            Item {
                 anchors.left: marks.right
                 anchors.right: parent.right
                 height: parent.height
-                radius: GlobalValues.listElementHoverFrameBorderRadius
-                color: wrapper.hovered ? GlobalValues.defaultHoveredColor : "transparent"
-                border.width: GlobalValues.defaultPressedFrameBorderWidth
-                border.color: wrapper.hovered ? GlobalValues.defaultHoveredColor : GlobalValues.defaultBackgroundColor
 
+                Rectangle {
+                    anchors.fill: parent
+                    visible: wrapper.hovered // else it is of the background's colour, and costs a page a tenth
+                    radius: GlobalValues.listElementHoverFrameBorderRadius
+                    color: GlobalValues.defaultHoveredColor
+                    border.width: GlobalValues.defaultPressedFrameBorderWidth
+                    border.color: GlobalValues.defaultHoveredColor
+                }
                 Column {
                     id: info_column
                     x: Global.pixelsFromDesign(8)
