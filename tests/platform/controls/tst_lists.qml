@@ -8,6 +8,10 @@ Item {
     width: 758
     height: 1024
 
+    property int keysLeft: 0
+
+    Keys.onPressed: ++keysLeft
+
     Component {
         id: listComponent
         CachedListView {
@@ -37,6 +41,16 @@ Item {
     }
     Item { id: elsewhere }
     Component { id: flickableComponent; Flickable { width: 100; height: 400 } }
+    Component {
+        id: sliderComponent
+        ProxySlider {
+            readonly property QtObject target: QtObject { property real place: 0 }
+            height: 300
+            to: 100
+            pageStep: 40
+            proxy: PropertyProxy { propertyName: "place" }
+        }
+    }
 
     ControlsTest {
         name: "Lists"
@@ -107,6 +121,19 @@ Item {
             while (Global.scrollPageDown(list))
                 verify(++pages < 150)
             compare(list.contentY, 49 * 40 - 30)
+        }
+
+        function test_slider() {
+            const slider = createTemporaryObject(sliderComponent, scene)
+            slider.forceActiveFocus()
+            press([Qt.Key_Down]) // moves nothing: it has no target
+            slider.proxy.target = slider.target
+            keysLeft = 0
+            for (const [key, place, left] of [[Qt.Key_Up, 0, 1], [Qt.Key_Down, 40, 1], [Qt.Key_Down, 80, 1],
+                                              [Qt.Key_Down, 100, 1], [Qt.Key_Down, 100, 2], [Qt.Key_Up, 60, 2]]) {
+                press([key])
+                compare([slider.target.place, slider.value, keysLeft], [place, place, left])
+            }
         }
     }
 }
