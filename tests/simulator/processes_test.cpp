@@ -64,7 +64,7 @@ private Q_SLOTS:
         const QString script =
             u"trap '%1' TERM; (trap '' TERM; sleep 1000 &); sleep 1000 & echo $$ $PPID >\"$0\"; wait"_qs;
         QProcess keeper;
-        keeper.setEnvironment({u"MARK="_qs + mark});
+        keeper.setEnvironment(QProcess::systemEnvironment() << u"MARK="_qs + mark);
         keeper.start(QCoreApplication::applicationFilePath(),
                      {u"--keep"_qs, script.arg(isStubborn ? QString() : u"exit 7"_qs), started});
         const auto processes = [&mark] { return processesWith(mark); };
