@@ -111,6 +111,7 @@ private Q_SLOTS:
         row("plain files", archiveOf({rules, {u"de.dic"_qs, "/etc/passwd", true}}));
         row("plain files", archiveOf({rules, words, {u"de/"_qs, ""}}));
         row("lacks a file", archiveOf({words}));
+        row("directory is too long", archiveOf(QList<Entry>(5000, {QString(250, u'a'), "x"})));
         row("de.dic is empty", archiveOf({rules, {u"de.dic"_qs, ""}}));
         row("de.dic is too large", archiveOf({rules, {u"de.dic"_qs, QByteArray((64 << 20) + 1, '\0')}}));
         row("status 404", "");
