@@ -103,7 +103,7 @@ void dictionariesAndPackages() {
     PackageBuilder bomb;
     bomb.addBomb(30'000'003);
     PackageBuilder folders = good;
-    folders.entries = QList<PackageBuilder::Entry>(400'000, {u"folder/"_qs, {}});
+    folders.entries = QList<PackageBuilder::Entry>(40'000, {u"folder/"_qs, {}});
     put("attacks/package", bomb.build());
     put("attacks/package", folders.build());
     put("attacks/morphology", folders.build());
