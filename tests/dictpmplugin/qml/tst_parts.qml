@@ -180,6 +180,8 @@ Item {
             tryVerify(() => shown() === "Download")
             switches.setMorphology("en", true)
             tryVerify(() => shown() === "Finished")
+            const late = createTemporaryObject(tileComponent, scene, { morphExplorer: tile.morphExplorer, visible: false })
+            compare(late.implicitVisibility, false)
             switches.setMorphology("en", false)
             tryVerify(() => shown() === "Download")
         }
@@ -188,7 +190,7 @@ Item {
             const component = Qt.createComponent("qrc:/qml/DictionarySectionHeader.qml")
             const header = createTemporaryObject(component, scene, { width: 700, langTitle: "Other", langIso: "xx" })
             useLanguage("ru")
-            compare(header.header.title, qsTr("@Other"))
+            compare([header.header.title, header.implicitHeight], [qsTr("@Other"), GlobalValues.listElementHeight])
             verify(header.header.title !== "Other")
             header.langTitle = "English"
             compare(header.header.title, "English")
