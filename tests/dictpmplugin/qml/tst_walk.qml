@@ -32,6 +32,7 @@ Item {
             left.clear()
             controller.showDicts()
             waitForRendering(controller)
+            return settle()
         }
 
         // What an item and those around it are called.
@@ -71,38 +72,32 @@ Item {
 
         function test_everyKeyEverywhere() {
             useTouch(false)
-            const next = {}
-            start()
-            const first = settle()
-            let state = first
-            for (let steps = 0;; ++steps) {
-                verify(steps < 3000, "there is no end")
-                next[state] = next[state] ?? {}
-                // The way to the nearest state with a key that wasn't tried.
+            const next = {} // the state that each key leads to, by state
+            const untried = state => state !== "left" && Object.keys(keys).find(key => !next[state]?.[key])
+            // The keys that lead to the nearest state in which one wasn't tried, and that one.
+            function wayFrom(state) {
                 const ways = [[state]], met = new Set([state])
-                let way
-                while ((way = ways.shift())) {
-                    const known = next[way[0]] ?? {}
-                    const untried = Object.keys(keys).find(key => !known[key])
-                    if (untried && way[0] !== "left") {
-                        way.push(untried)
-                        break
-                    }
-                    for (const key in known) {
-                        if (!met.has(known[key]) && met.add(known[key]))
-                            ways.push([known[key], ...way.slice(1), key])
+                for (const [place, ...way] of ways) {
+                    if (untried(place))
+                        return [...way, untried(place)]
+                    for (const key in next[place]) {
+                        if (!met.has(next[place][key]) && met.add(next[place][key]))
+                            ways.push([next[place][key], ...way, key])
                     }
                 }
-                if (!way && state === first)
-                    break
-                if (way) {
-                    keyClick(keys[way[1]])
-                    state = next[state][way[1]] = settle()
+                return []
+            }
+            const first = start()
+            let state = first, way
+            for (let steps = 0; (way = wayFrom(state)).length > 0 || state !== first; ++steps) {
+                verify(steps < 3000, "there is no end")
+                if (way.length > 0) {
+                    next[state] = next[state] ?? {}
+                    keyClick(keys[way[0]])
+                    state = next[state][way[0]] = settle()
                 }
-                if (!way || state === "left") {
-                    start()
-                    state = settle()
-                }
+                if (way.length === 0 || state === "left")
+                    state = start()
             }
             compare(Array.from(seen).filter(button => !reached.has(button)), [])
             verify(seen.size > 20)
