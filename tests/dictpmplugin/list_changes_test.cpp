@@ -137,6 +137,8 @@ private Q_SLOTS:
             [this] { installABC(), choose(1); });
         row("chooses in vain", u"; A, B, C; A"_qs, "",
             [this] { installABC(), choose(0), choose(-1), choose(3); });
+        row("chooses the chosen one of the catalogue", mixed.arg(u"", u"2"), "",
+            [this] { installMixed("2"), refresh(), watch(), choose(0); });
         row("chooses a missing one", u"; A, B, C; A"_qs, "file `B.tsdict` present in model but not exist",
             [this] { installABC(), uninstall("B"), choose(1); });
         row("chooses a damaged one", u"; A, B, C; A"_qs,
