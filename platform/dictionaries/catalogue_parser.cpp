@@ -18,6 +18,9 @@ namespace {
 
 constexpr qint64 largestNumber = std::numeric_limits<std::int32_t>::max();
 
+/// Of all records. The interface has several copies of them for a moment.
+constexpr std::size_t mostText = 8 << 20;
+
 /// Good and bad ones; each takes many times its length in memory to read.
 constexpr std::size_t mostEntries = 2 * mostCatalogueRecords;
 
@@ -156,12 +159,13 @@ Either<ApiError, std::vector<DictionaryInfo>> parseCatalogue(const std::string& 
     std::vector<DictionaryInfo> records;
     std::unordered_set<std::int32_t> serverIds;
     Complaints complaints("catalogue");
+    std::size_t text = 0;
     const auto complain = [&](qsizetype place, const std::string& what) {
         complaints.add("record " + std::to_string(place) + ": " + what);
     };
     const QJsonArray list = json.getRight().array();
     for (qsizetype place = 0; place < list.size(); ++place) {
-        if (records.size() == mostCatalogueRecords) {
+        if (records.size() == mostCatalogueRecords || text > mostText) {
             LogLine(log::cb::warn) << "catalogue: " << list.size() - place << " entries are left out, after "
                                    << records.size() << " records";
             break;
@@ -179,6 +183,9 @@ Either<ApiError, std::vector<DictionaryInfo>> parseCatalogue(const std::string& 
         } else {
             if (!reader.note().empty())
                 complain(place, reader.note());
+            text += info.name.size() + info.file.size() + info.thumbnail.size() + info.description.size() +
+                    info.category.size() + info.provider.size() + info.publishDate.size() +
+                    info.dictSet.size();
             records.push_back(info);
         }
     }

@@ -136,6 +136,15 @@ private Q_SLOTS:
                                         u"catalogue: 2 more like these"_qs}));
     }
 
+    void tooMuchText() {
+        QByteArray body = "[{}";
+        for (int id = 1; id <= 2100; ++id)
+            body += ",{'id': " + QByteArray::number(id) +
+                    ", 'name': 'A', 'file': 'a.tsdict', 'description': '" + QByteArray(4000, 'x') + "'}";
+        QCOMPARE(parse(body + ']').getRight().size(), 2093U); // 8 MiB
+        QCOMPARE(m_log.takeUnexpected().size(), 2);
+    }
+
     void whatFollowsIsNotParsed() {
         for (const auto& [count, found] : {std::pair{39'999, 1U}, {40'000, 0U}}) {
             const QByteArray entries = QByteArray(R"(['a,\']{', {'b': 1}],)").repeated(count);
