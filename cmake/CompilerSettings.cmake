@@ -17,3 +17,8 @@ if(TESSALY_SANITIZE)
     add_compile_options(-Wno-null-dereference -Wno-maybe-uninitialized)
   endif()
 endif()
+
+if(CMAKE_CXX_CLANG_TIDY)
+  # What Qt's tools generate isn't ours to mend; no check at all would be an error.
+  file(WRITE ${CMAKE_BINARY_DIR}/.clang-tidy "Checks: '-*,misc-static-assert'\n")
+endif()

@@ -72,6 +72,7 @@ int OpenTask(const char* path, int argc, const char* const* argv, int) {
     for (int i = 0; i < argc && argv[i]; ++i)
         texts.emplace_back(argv[i]);
     std::vector<char*> arguments;
+    arguments.reserve(texts.size() + 1);
     for (std::string& text : texts)
         arguments.push_back(text.data());
     arguments.push_back(nullptr);
