@@ -3,7 +3,7 @@
 #include "window.h"
 
 #include <simulator/fixture/frame_changes.h>
-#include <tests/support/seen_items.h>
+#include <simulator/fixture/seen_items.h>
 
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>

@@ -2,8 +2,8 @@
 // and keys, with server, network agent and installer as processes, and files under a device root.
 
 #include "journey.h"
+#include "simulator/fixture/log_watch.h"
 #include "simulator/fixture/test_device.h"
-#include "tests/support/log_watch.h"
 
 #include <vellum/clock.h>
 #include <vellum/device_state.h>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tests/support/log_watch.h"
-#include "tests/support/seen_items.h"
+#include "simulator/fixture/log_watch.h"
+#include "simulator/fixture/seen_items.h"
 
 #include <QAbstractItemModel>
 #include <QQmlEngine>

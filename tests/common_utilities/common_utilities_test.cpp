@@ -3,8 +3,8 @@
 #include <common_utilities/time_measurement.h>
 #include <dictpmplugin/db/dao_error.h>
 #include <platform/vellum/testing.h>
+#include <simulator/fixture/log_watch.h>
 #include <tests/support/child_process.h>
-#include <tests/support/log_watch.h>
 #include <utilities/locale.h>
 
 #include <QRegularExpression>

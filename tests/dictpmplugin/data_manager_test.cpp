@@ -6,9 +6,9 @@
 #include <dictpmplugin/data_manager.h>
 #include <dictpmplugin/db/dbholder.h>
 #include <dictpmplugin/dictionarieslistmodel.h>
+#include <simulator/fixture/log_watch.h>
 #include <simulator/fixture/test_device.h>
 #include <tests/support/child_process.h>
-#include <tests/support/log_watch.h>
 #include <vellum/device_state.h>
 #include <vellum/vellum.h>
 

@@ -1,6 +1,6 @@
 #include <dictpmplugin/LangUtils.h>
+#include <simulator/fixture/log_watch.h>
 #include <tests/support/child_process.h>
-#include <tests/support/log_watch.h>
 #include <utilities/locale.h>
 
 #include <QLocale>

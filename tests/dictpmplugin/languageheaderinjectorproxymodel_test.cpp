@@ -1,7 +1,7 @@
 #include "signal_recorder.h"
 
 #include <dictpmplugin/languageheaderinjectorproxymodel.h>
-#include <tests/support/log_watch.h>
+#include <simulator/fixture/log_watch.h>
 #include <tests/support/seeded_random.h>
 
 #include <QAbstractItemModelTester>

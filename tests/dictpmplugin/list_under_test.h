@@ -5,9 +5,9 @@
 
 #include <dictpmplugin/db/dictionarydao.h>
 #include <dictpmplugin/dictionarieslistmodel.h>
+#include <simulator/fixture/log_watch.h>
 #include <simulator/fixture/test_device.h>
 #include <tests/support/files.h>
-#include <tests/support/log_watch.h>
 
 #include <QAbstractItemModelTester>
 #include <QTest>

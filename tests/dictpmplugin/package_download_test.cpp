@@ -5,9 +5,9 @@
 #include <dictpmplugin/dictionarieslistmodel.h>
 #include <dictpmplugin/dictpmcontroller.h>
 #include <platform/vellum/testing.h>
+#include <simulator/fixture/log_watch.h>
 #include <simulator/fixture/test_device.h>
 #include <tests/support/files.h>
-#include <tests/support/log_watch.h>
 #include <utilities/cfg_wrapper.h>
 #include <vellum/clock.h>
 #include <vellum/device_state.h>

@@ -1,8 +1,8 @@
 #include "dictionary_files.h"
 
+#include <simulator/fixture/log_watch.h>
 #include <simulator/fixture/test_device.h>
 #include <tests/support/files.h>
-#include <tests/support/log_watch.h>
 
 #include <QPointer>
 #include <QProcess>

@@ -1,5 +1,5 @@
 #include <dictpmplugin/run_state.h>
-#include <tests/support/log_watch.h>
+#include <simulator/fixture/log_watch.h>
 
 #include <QTest>
 #include <thread>

@@ -1,11 +1,11 @@
 #include "packages/dictionary_converter.h"
+#include "simulator/fixture/seen_items.h"
 #include "simulator/fixture/test_device.h"
 #include "simulator/window/device_switches.h"
 #include "simulator/window/paper_screen.h"
 #include "simulator/window/reader_text.h"
 #include "simulator/window/window.h"
 #include "simulator/window/word_lookup.h"
-#include "tests/support/seen_items.h"
 
 #include <QElapsedTimer>
 #include <QProcess>

@@ -1,9 +1,9 @@
 #include "catalogue_rows.h"
 
 #include <dictpmplugin/db/dbholder.h>
+#include <simulator/fixture/log_watch.h>
 #include <simulator/fixture/test_device.h>
 #include <tests/support/files.h>
-#include <tests/support/log_watch.h>
 
 #include <QDir>
 #include <QElapsedTimer>

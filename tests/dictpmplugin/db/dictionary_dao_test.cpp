@@ -1,8 +1,8 @@
 #include "catalogue_rows.h"
 
 #include <dictpmplugin/db/dbholder.h>
+#include <simulator/fixture/log_watch.h>
 #include <simulator/fixture/test_device.h>
-#include <tests/support/log_watch.h>
 
 #include <QTest>
 #include <optional>

@@ -1,7 +1,7 @@
 #include <QTest>
 #include <catalogue_parser.h>
+#include <simulator/fixture/log_watch.h>
 #include <sstream>
-#include <tests/support/log_watch.h>
 
 using namespace tessaly::dictionary;
 

@@ -3,11 +3,11 @@
 #include <cstring>
 #include <dictionaries/dictionary_file.h>
 #include <dictionaries/vl_api.h>
+#include <simulator/fixture/log_watch.h>
 #include <simulator/fixture/test_device.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
 #include <tests/support/files.h>
-#include <tests/support/log_watch.h>
 #include <vellum/vellum.h>
 
 using namespace tessaly;

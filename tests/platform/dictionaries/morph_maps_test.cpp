@@ -6,9 +6,9 @@
 #include <dictionaries/morph_explorer.h>
 #include <memory>
 #include <optional>
+#include <simulator/fixture/log_watch.h>
 #include <simulator/fixture/test_device.h>
 #include <tests/support/files.h>
-#include <tests/support/log_watch.h>
 #include <vellum/clock.h>
 #include <vellum/device_state.h>
 

@@ -9,7 +9,7 @@
 #include <QQuickWindow>
 #include <QTest>
 #include <platform/vellum/testing.h>
-#include <tests/support/seen_items.h>
+#include <simulator/fixture/seen_items.h>
 #include <vellum/device_state.h>
 
 namespace tessaly::tests {

@@ -1,9 +1,9 @@
 #include "../support/canned_server.h"
 
 #include <platform/vellum/testing.h>
+#include <simulator/fixture/log_watch.h>
 #include <simulator/fixture/test_device.h>
 #include <tests/support/files.h>
-#include <tests/support/log_watch.h>
 #include <utilities/http_client.h>
 #include <utilities/sync_downloader.h>
 #include <vellum/clock.h>

@@ -1,7 +1,7 @@
 #include <platform/vellum/testing.h>
+#include <simulator/fixture/log_watch.h>
 #include <simulator/fixture/test_device.h>
 #include <tests/support/files.h>
-#include <tests/support/log_watch.h>
 #include <vellum/clock.h>
 #include <vellum/device_state.h>
 #include <vellum/vellum.h>

@@ -4,9 +4,9 @@
 
 #include <platform/vellum/testing.h>
 #include <services/tsi_installation_service.h>
+#include <simulator/fixture/log_watch.h>
 #include <simulator/fixture/test_device.h>
 #include <tests/support/files.h>
-#include <tests/support/log_watch.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
