@@ -227,6 +227,7 @@ void DictionariesListModel::toggleSelected(int index) {
     Q_EMIT selectedCountChanged();
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface's own signature
 int DictionariesListModel::findByVLName(QString name) const {
     const std::string wanted = name.toStdString();
     const int row = rowOf(&DictionaryInfo::file, wanted);
@@ -269,6 +270,7 @@ void DictionariesListModel::deleteDict(int index) {
     Q_EMIT dictionaryDeleted(lang1, lang2, index);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface's own signature
 void DictionariesListModel::handleDictonaryDeleted(QString, QString, int index) {
     if (getCount() > 1) {
         if (index == m_selectedDictionaryIndex) {
@@ -300,8 +302,8 @@ void DictionariesListModel::close() {
 void DictionariesListModel::setChoosedDictionaryTitle(QString title) {
     if (m_choosedDictionaryTitle == title)
         return;
-    m_choosedDictionaryTitle = title;
-    Q_EMIT choosedDictionaryTitleChanged(title);
+    m_choosedDictionaryTitle = std::move(title);
+    Q_EMIT choosedDictionaryTitleChanged(m_choosedDictionaryTitle);
 }
 
 void DictionariesListModel::setSelectedDictionaryIndex(int index) {

@@ -46,7 +46,8 @@ std::string foldedForm(const std::string& word) {
 Metadata metadataFrom(const Rows& rows) {
     const auto text = [&rows](const char* key, std::size_t longest = longestText) {
         std::string whole = textOf(rows, key);
-        return whole.size() <= longest ? whole : cut(QString::fromStdString(whole), longest).toStdString();
+        return whole.size() <= longest ? whole
+                                       : cut(QString::fromStdString(whole), qsizetype(longest)).toStdString();
     };
     std::string thumbnail = textOf(rows, "thumbnail");
     if (thumbnail.size() > longestUrl || !utilities::isWebUrl(thumbnail))

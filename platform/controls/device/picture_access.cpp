@@ -41,13 +41,14 @@ public:
         setUrl(request.url());
         setOperation(QNetworkAccessManager::GetOperation);
         open(QIODevice::ReadOnly);
-        m_fetcher = std::jthread([this, url = request.url().toEncoded().toStdString()](std::stop_token stop) {
-            const auto response = utilities::HttpClient(limits).get(url, {}, stop);
-            const bool isThere = response.curlCode == 0 && response.status == 200;
-            const QByteArray body = isThere ? QByteArray::fromStdString(response.body) : QByteArray();
-            QMetaObject::invokeMethod(
-                this, [this, body] { finish(body); }, Qt::QueuedConnection);
-        });
+        m_fetcher =
+            std::jthread([this, url = request.url().toEncoded().toStdString()](const std::stop_token& stop) {
+                const auto response = utilities::HttpClient(limits).get(url, {}, stop);
+                const bool isThere = response.curlCode == 0 && response.status == 200;
+                const QByteArray body = isThere ? QByteArray::fromStdString(response.body) : QByteArray();
+                QMetaObject::invokeMethod(
+                    this, [this, body] { finish(body); }, Qt::QueuedConnection);
+            });
     }
 
     void abort() override { m_fetcher.request_stop(); }

@@ -67,7 +67,7 @@ std::string languageAt(const QString& url) {
 
 /// Host path; makes the directory if there is none.
 std::string dataDirectory() {
-    const std::string path = base::hostPath(morphology::HunspellSearcher::defaultDir());
+    std::string path = base::hostPath(morphology::HunspellSearcher::defaultDir());
     std::filesystem::create_directory(path);
     return path;
 }

@@ -76,7 +76,7 @@ private Q_SLOTS:
         // Where an inner page has the numbers of the pages below it: in its head, and in each cell.
         const auto below = [&](quint32 number) {
             QList<char*> places{page(number) + 8};
-            for (int i = 0; i < qFromBigEndian<quint16>(page(number) + 3); ++i)
+            for (qsizetype i = 0; i < qFromBigEndian<quint16>(page(number) + 3); ++i)
                 places << page(number) + qFromBigEndian<quint16>(page(number) + 12 + 2 * i);
             return places;
         };
@@ -112,7 +112,7 @@ private Q_SLOTS:
         QByteArray root = QByteArray("\2\0\0\0\x8\0\x68\0", 8) + number(4);
         for (quint32 i = 0; i < 8; ++i)
             root += number(0x68 + 51 * i).last(2);
-        QByteArray bytes = readFile(path()).replace(28, 4, number(1 << 19)).left(3 * 512);
+        QByteArray bytes = readFile(path()).replace(28, 4, number(1 << 19)).left(1536);
         bytes += root.leftJustified(0x68, '\0') + cell.repeated(8) + number(5);
         writeFile(path(), bytes);
         QVERIFY(QFile::resize(path(), 256 << 20));

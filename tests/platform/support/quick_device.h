@@ -8,6 +8,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QTest>
+#include <algorithm>
 #include <platform/vellum/testing.h>
 #include <simulator/fixture/seen_items.h>
 #include <vellum/device_state.h>
@@ -37,14 +38,13 @@ public:
 
     /// The front one of what is visible in `item` for which `matches` returns true, or null. Not as a
     /// pointer: the engine would take it for its own.
-    Q_INVOKABLE [[nodiscard]] QJSValue find(const QQuickItem* item, QJSValue matches) const {
+    Q_INVOKABLE [[nodiscard]] QJSValue find(const QQuickItem* item, const QJSValue& matches) const {
         const QList<QQuickItem*> visible = visibleItems(*item);
-        for (auto each = visible.rbegin(); each != visible.rend(); ++each) {
-            const QJSValue value = qjsEngine(this)->toScriptValue<QObject*>(*each);
-            if (matches.call({value}).strictlyEquals(true))
-                return value;
-        }
-        return QJSValue::NullValue;
+        const auto value = [this](QObject* each) { return qjsEngine(this)->toScriptValue(each); };
+        const auto found = std::find_if(visible.rbegin(), visible.rend(), [&](QQuickItem* each) {
+            return matches.call({value(each)}).strictlyEquals(true);
+        });
+        return found == visible.rend() ? QJSValue::NullValue : value(*found);
     }
 
     /// Makes the built modules and, as `device`, this object known to an engine.
