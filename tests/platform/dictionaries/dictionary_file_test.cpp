@@ -72,7 +72,7 @@ private Q_SLOTS:
              "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000) "
              "INSERT INTO entries SELECT 'w' || i, hex(zeroblob(200)), 'w' FROM n");
         QByteArray bytes = readFile(path());
-        const auto page = [&](quint32 number) { return bytes.data() + (number - 1) * 512; };
+        const auto page = [&](qsizetype number) { return bytes.data() + (number - 1) * 512; };
         // Where an inner page has the numbers of the pages below it: in its head, and in each cell.
         const auto below = [&](quint32 number) {
             QList<char*> places{page(number) + 8};

@@ -161,7 +161,7 @@ private Q_SLOTS:
         };
         for (const auto& [key, value] : fields)
             row(key + u' ' + value.toVariant().toString(), Code::BadManifest,
-                [key, value](auto& package) { package.relist(key, value); });
+                [key = key, value = value](auto& package) { package.relist(key, value); });
         row(u"too many files"_qs, Code::BadManifest, [](auto& package) {
             for (int i = 0; i < 500; ++i)
                 package.listed.append(package.listed.last());
