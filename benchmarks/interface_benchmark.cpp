@@ -84,6 +84,7 @@ Measurement compareLeast(const char* name, const Starts& measured, std::size_t f
 
 std::vector<std::vector<double>> repeat(const char* mode) {
     std::vector<std::vector<double>> rounds;
+    rounds.reserve(windowRounds);
     for (int i = 0; i < windowRounds; ++i)
         rounds.push_back(showWindow(QLatin1String(mode)));
     return rounds;

@@ -46,9 +46,9 @@ QStringList Hand::titles() const {
 }
 
 QStringList Hand::mark(int count) const {
-    const QStringList titles = this->titles().mid(0, count);
+    QStringList titles = this->titles().mid(0, count);
     require(titles.size() == count, QStringLiteral("only %1 left to download").arg(titles.size()));
-    for (const QString& title : titles)
+    for (const QString& title : qAsConst(titles))
         choose(title);
     m_screen.waitFor(QStringLiteral("%1 (%2)").arg(text("@Download")).arg(count));
     return titles;
