@@ -40,8 +40,4 @@ std::string Sha256::finish() {
     return text;
 }
 
-bool Sha256::isChecksum(std::string_view text) {
-    return text.size() == 64 && text.find_first_not_of("0123456789abcdefABCDEF") == std::string_view::npos;
-}
-
 } // namespace tessaly::base

@@ -1,7 +1,7 @@
 #include <dictionaries/api_error.h>
 
-#include <curl/curl.h>
 #include <sstream>
+#include <utilities/http_client.h>
 
 namespace tessaly::dictionary {
 
@@ -19,8 +19,8 @@ struct Text : boost::static_visitor<std::string> {
     }
     std::string operator()(const ApiError::RefreshFailed&) const { return "refresh failed"; }
     std::string operator()(const ApiError::CurlError& error) const {
-        return "transfer failed: " + std::string(curl_easy_strerror(static_cast<CURLcode>(error.code))) +
-               " (" + std::to_string(error.code) + ')';
+        return "transfer failed: " + utilities::HttpClient::errorText(error.code) + " (" +
+               std::to_string(error.code) + ')';
     }
     std::string operator()(const ApiError::WrongEmailFormat&) const { return "wrong e-mail format"; }
     std::string operator()(const ApiError::UndefinedError&) const { return "undefined error"; }

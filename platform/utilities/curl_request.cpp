@@ -1,6 +1,6 @@
 #include "curl_request.h"
 
-#include <utilities/url.h>
+#include <strings.h>
 #include <vellum/clock.h>
 #include <vellum/device_state.h>
 
@@ -22,6 +22,25 @@ bool isLibraryReady() {
 bool isOneLine(const std::string& text) {
     using namespace std::string_view_literals;
     return text.find_first_of("\r\n\0"sv) == std::string::npos;
+}
+
+std::string part(CURLU* url, CURLUPart which) {
+    char* text = nullptr;
+    if (curl_url_get(url, which, &text, CURLU_DEFAULT_PORT) != CURLUE_OK)
+        return {};
+    const std::unique_ptr<char, void (*)(void*)> owner(text, curl_free);
+    return text;
+}
+
+/// Where a request for this URL goes, as libcurl sees it: "SCHEME://HOST:PORT". Empty if it isn't a whole
+/// URL.
+std::string urlOrigin(const std::string& url) {
+    const std::unique_ptr<CURLU, void (*)(CURLU*)> parsed(curl_url(), curl_url_cleanup);
+    // A URL without a scheme is libcurl's to guess at; it takes it for http in most cases.
+    if (!parsed || curl_url_set(parsed.get(), CURLUPART_URL, url.c_str(), CURLU_DEFAULT_SCHEME) != CURLUE_OK)
+        return {};
+    return part(parsed.get(), CURLUPART_SCHEME) + "://" + part(parsed.get(), CURLUPART_HOST) + ':' +
+           part(parsed.get(), CURLUPART_PORT);
 }
 
 } // namespace
@@ -176,7 +195,8 @@ void CurlRequest::cancel() {
 }
 
 bool CurlRequest::mayBeSentTo(const std::string& url) const {
-    return !m_hasSecrets || url == m_url || urlOrigin(url) == urlOrigin(m_url);
+    return !m_hasSecrets || url == m_url ||
+           ::strcasecmp(urlOrigin(url).c_str(), urlOrigin(m_url).c_str()) == 0;
 }
 
 /// Called with a connection made and nothing sent on it yet, for each redirect anew.

@@ -1,9 +1,12 @@
 #include <utilities/http_client.h>
 
-#include "curl_request.h"
+#include "web_access.h"
 
+#include <common_utilities/log_line.h>
+
+#include <curl/curl.h>
 #include <exception>
-#include <utility>
+#include <new>
 
 namespace tessaly::utilities {
 
@@ -17,20 +20,12 @@ HttpLimits& sharedLimits() {
 HttpResponse send(const std::string& url, const HttpLimits& limits, const HttpClient::Headers& headers,
                   const std::string* postBody, const std::stop_token& stop, const std::string& etag = {}) {
     try {
-        std::string body;
-        CurlRequest request(url, limits);
-        for (const auto& [name, value] : headers)
-            request.addHeader(name, value);
-        if (postBody)
-            request.setPostBody(*postBody);
-        if (!etag.empty())
-            request.setKnown(etag);
-        const CURLcode code = request.perform([&body](std::string_view piece) { body.append(piece); }, stop);
-        if (code != CURLE_OK)
-            return {code, 0, {}, {}};
-        return {CURLE_OK, request.status(), std::move(body), request.header("ETag")};
-    } catch (const std::exception&) {
+        return WebAccess::instance().send(url, limits, headers, postBody, etag, stop);
+    } catch (const std::bad_alloc&) {
         return {CURLE_OUT_OF_MEMORY, 0, {}, {}};
+    } catch (const std::exception& failure) {
+        LogLine(log::cb::error) << "Can not request " << url << ": " << failure.what();
+        return {CURLE_FAILED_INIT, 0, {}, {}};
     }
 }
 
@@ -51,6 +46,14 @@ HttpResponse HttpClient::getIfChanged(const std::string& url, const std::string&
 HttpResponse HttpClient::post(const std::string& url, const std::string& body, const Headers& headers,
                               const std::stop_token& stop) const {
     return send(url, m_limits, headers, &body, stop);
+}
+
+std::string HttpClient::errorText(int curlCode) {
+    try {
+        return WebAccess::instance().errorText(curlCode);
+    } catch (const std::exception& failure) {
+        return failure.what();
+    }
 }
 
 HttpLimits HttpClient::defaultLimits() {

@@ -1,6 +1,6 @@
 #include <utilities/sync_downloader.h>
 
-#include "transfer.h"
+#include "web_access.h"
 
 #include <base/device_root.h>
 #include <common_utilities/log_line.h>
@@ -64,22 +64,12 @@ bool SyncDownloader::Private::fetch(const std::string& url, const std::string& p
     const auto source = DownloadUrl::parse(url);
     if (!source || source->size > options.maximumBytes)
         throw std::runtime_error("the size or the checksum in the URL makes no sense");
-    Transfer transfer(*source, options, progress, stop);
-    const std::string name = fileName(path);
-    if (transfer.isStopped())
+    HttpLimits limits = HttpClient::defaultLimits();
+    limits.totalSeconds = 0;
+    limits.responseBytes = options.maximumBytes;
+    const WebAccess::Fetch what{*source, base::hostPath(directory), fileName(path), options, limits};
+    if (!WebAccess::instance().fetch(what, progress, stop, mutex))
         return false;
-    PartFile file(base::hostPath(directory), name, source->sha256);
-    transfer.receive(file);
-    if (transfer.isStopped())
-        return false;
-    file.finish();
-    {
-        const std::lock_guard lock(mutex); // a cancellation comes before, or finds the file in its place
-        if (stop.stop_requested())
-            return false;
-        file.publish();
-    }
-    base::syncToDisk(base::hostPath(directory));
     progress.total = progress.done.load();
     return true;
 }

@@ -14,13 +14,6 @@ namespace {
 constexpr int mostContinuations = 3;
 constexpr int pauseMs = 1000;
 
-HttpLimits limitsFor(const DownloadOptions& options) {
-    HttpLimits limits = HttpClient::defaultLimits();
-    limits.totalSeconds = 0;
-    limits.responseBytes = options.maximumBytes;
-    return limits;
-}
-
 void expect(bool isAsExpected, const std::string& otherwise) {
     if (!isAsExpected)
         throw std::runtime_error(otherwise);
@@ -44,10 +37,10 @@ bool isBreak(CURLcode code) {
 
 } // namespace
 
-Transfer::Transfer(const DownloadUrl& source, const DownloadOptions& options, TransferProgress& progress,
-                   const std::stop_token& stop)
-    : m_source(source)
-    , m_options(options)
+Transfer::Transfer(const WebAccess::Fetch& what, TransferProgress& progress, const std::stop_token& stop)
+    : m_source(what.source)
+    , m_options(what.options)
+    , m_limits(what.limits)
     , m_progress(progress)
     , m_stop(stop) {
     m_progress.total = m_source.size.value_or(0);
@@ -67,7 +60,7 @@ void Transfer::receive(PartFile& file) {
 
 /// Why the request broke off in a way that lets another one go on; empty if it didn't.
 std::string Transfer::receiveSome(PartFile& file) {
-    CurlRequest request(m_source.url, limitsFor(m_options));
+    CurlRequest request(m_source.url, m_limits);
     for (const auto& [name, value] : m_options.headers)
         request.addHeader(name, value);
     if (m_progress.done > 0)

@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <base/sha256.h>
 #include <charconv>
-#include <curl/curl.h>
-#include <memory>
 
 namespace tessaly::utilities {
 
@@ -16,14 +14,6 @@ std::string lowerCase(std::string_view text) {
     std::transform(lower.begin(), lower.end(), lower.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; });
     return lower;
-}
-
-std::string part(CURLU* url, CURLUPart which) {
-    char* text = nullptr;
-    if (curl_url_get(url, which, &text, CURLU_DEFAULT_PORT) != CURLUE_OK)
-        return {};
-    const std::unique_ptr<char, void (*)(void*)> owner(text, curl_free);
-    return text;
 }
 
 std::optional<std::int64_t> sizeFrom(std::string_view text) {
@@ -40,16 +30,6 @@ bool isWebUrl(const std::string& text) {
     const QUrl url(QString::fromStdString(text), QUrl::StrictMode);
     return url.isValid() && !url.host().isEmpty() &&
            (url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https"));
-}
-
-std::string urlOrigin(const std::string& url) {
-    // By libcurl, so that it is what libcurl contacts.
-    const std::unique_ptr<CURLU, void (*)(CURLU*)> parsed(curl_url(), curl_url_cleanup);
-    // A URL without a scheme is libcurl's to guess at; it takes it for http in most cases.
-    if (!parsed || curl_url_set(parsed.get(), CURLUPART_URL, url.c_str(), CURLU_DEFAULT_SCHEME) != CURLUE_OK)
-        return {};
-    return part(parsed.get(), CURLUPART_SCHEME) + "://" + lowerCase(part(parsed.get(), CURLUPART_HOST)) +
-           ':' + part(parsed.get(), CURLUPART_PORT);
 }
 
 std::optional<DownloadUrl> DownloadUrl::parse(const std::string& text) {

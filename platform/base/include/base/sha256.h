@@ -1,7 +1,5 @@
 #pragma once
 
-#include <base/export.h>
-
 #include <memory>
 #include <string>
 #include <string_view>
@@ -12,7 +10,7 @@ namespace tessaly::base {
 
 /// The SHA-256 of data that comes in pieces, at the speed of the processor's own instructions. One thread at
 /// a time.
-class TESSALY_BASE_API Sha256 {
+class Sha256 {
 public:
     /// Throws std::bad_alloc.
     Sha256();
@@ -22,7 +20,10 @@ public:
     [[nodiscard]] std::string finish();
 
     /// Whether a text is what finish() returns; capitals count as well.
-    [[nodiscard]] static bool isChecksum(std::string_view text);
+    [[nodiscard]] static bool isChecksum(std::string_view text) {
+        return text.size() == 64 &&
+               text.find_first_not_of("0123456789abcdefABCDEF") == std::string_view::npos;
+    }
 
 private:
     struct Free {

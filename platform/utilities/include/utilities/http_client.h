@@ -50,6 +50,9 @@ public:
     [[nodiscard]] HttpResponse post(const std::string& url, const std::string& body = {},
                                     const Headers& headers = {}, const std::stop_token& stop = {}) const;
 
+    /// What libcurl says of its code.
+    [[nodiscard]] static std::string errorText(int curlCode);
+
     /// What clients made from now on use. To be set before any other thread makes one.
     static HttpLimits defaultLimits();
     static void setDefaultLimits(const HttpLimits& limits);

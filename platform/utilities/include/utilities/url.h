@@ -12,9 +12,6 @@ namespace tessaly::utilities {
 /// Whether a text is a whole http or https URL.
 [[nodiscard]] TESSALY_UTILITIES_API bool isWebUrl(const std::string& text);
 
-/// Where a request for this URL goes: "SCHEME://HOST:PORT". Empty if it isn't a whole URL.
-[[nodiscard]] TESSALY_UTILITIES_API std::string urlOrigin(const std::string& url);
-
 /// Where a file is, and what is known of it beforehand: "URL#size=BYTES&sha256=HEX". Both may be missing, and
 /// other names in the fragment are ignored.
 struct TESSALY_UTILITIES_API DownloadUrl {
