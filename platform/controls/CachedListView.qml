@@ -28,8 +28,8 @@ ListView {
     }
 
     reuseItems: true
-    // The next page is made while one looks at this one.
-    cacheBuffer: listBehaviour.resetting ? 0 : Math.max(0, height)
+    // Each row made ahead would be a frame that changes nothing; a page of rows used again comes as soon without.
+    cacheBuffer: 0
     keyNavigationEnabled: false
     highlightMoveDuration: 0
     highlightMoveVelocity: 0

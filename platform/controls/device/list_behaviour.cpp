@@ -2,16 +2,12 @@
 
 #include "long_key_navigation.h"
 
-#include <QAbstractItemModel>
 #include <QKeyEvent>
-#include <QQmlEngine>
-#include <QQmlIncubationController>
 
 namespace tessaly::controls {
 
 namespace {
 constexpr int containMode = 4; // ListView.Contain
-constexpr int longestRowMs = 1000;
 } // namespace
 
 void ListBehaviour::setView(QQuickItem* view) {
@@ -26,31 +22,8 @@ void ListBehaviour::setView(QQuickItem* view) {
         view->installEventFilter(this);
         connect(view, SIGNAL(currentIndexChanged()), this, SIGNAL(activeFocusIndexChanged()));
         connect(view, &QQuickItem::activeFocusChanged, this, &ListBehaviour::activeFocusIndexChanged);
-        connect(view, SIGNAL(modelChanged()), this, SLOT(followModel()));
     }
-    followModel();
     Q_EMIT viewChanged();
-}
-
-void ListBehaviour::followModel() {
-    disconnect(m_resets);
-    if (const auto* model = m_view ? m_view->property("model").value<QAbstractItemModel*>() : nullptr)
-        m_resets = connect(model, &QAbstractItemModel::modelAboutToBeReset, this, &ListBehaviour::finishRow);
-}
-
-void ListBehaviour::finishRow() {
-    setResetting(true);
-    if (const QQmlEngine* const engine = qmlEngine(m_view); engine && engine->incubationController())
-        engine->incubationController()->incubateFor(longestRowMs);
-    QMetaObject::invokeMethod(
-        this, [this] { setResetting(false); }, Qt::QueuedConnection);
-}
-
-void ListBehaviour::setResetting(bool resetting) {
-    if (resetting == m_resetting)
-        return;
-    m_resetting = resetting;
-    Q_EMIT resettingChanged();
 }
 
 int ListBehaviour::activeFocusIndex() const {
@@ -71,11 +44,22 @@ bool ListBehaviour::takesFocus(const QQuickItem& row) {
 }
 
 bool ListBehaviour::isFirst(int row) const {
-    for (int above = row - 1; above >= 0; --above) {
+    const auto itemAt = [this](int index) {
         QQuickItem* item = nullptr;
-        QMetaObject::invokeMethod(m_view, "itemAtIndex", Q_RETURN_ARG(QQuickItem*, item), Q_ARG(int, above));
-        if (item == nullptr || takesFocus(*item)) // what isn't made is far above
+        QMetaObject::invokeMethod(m_view, "itemAtIndex", Q_RETURN_ARG(QQuickItem*, item), Q_ARG(int, index));
+        return item;
+    };
+    const QVariant top = m_view->property("contentY");
+    for (int above = row - 1; above >= 0; --above) {
+        const QQuickItem* item = itemAt(above);
+        if (item == nullptr) {
+            m_view->setProperty("contentY", itemAt(above + 1)->y() - 1); // makes what ends there
+            item = itemAt(above);
+        }
+        if (item == nullptr || takesFocus(*item)) {
+            m_view->setProperty("contentY", top);
             return false;
+        }
     }
     return true;
 }

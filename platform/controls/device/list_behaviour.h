@@ -7,9 +7,8 @@
 namespace tessaly::controls {
 
 /// Moves the key focus through the rows of a ListView with Up and Down, past rows that can't take it
-/// (disabled ones and those without height). At the ends the keys are left to the view's own handlers. And
-/// has a row that the view makes ahead done before its model is reset: afterwards the row may have a number
-/// that there isn't any more, about which the view complains. GUI thread.
+/// (disabled ones and those without height). At the ends the keys are left to the view's own handlers. GUI
+/// thread.
 class ListBehaviour : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -17,8 +16,6 @@ class ListBehaviour : public QObject {
     /// The row with the focus, or -1. Writing gives the focus to that row or to the nearest that takes it.
     Q_PROPERTY(
         int activeFocusIndex READ activeFocusIndex WRITE setActiveFocusIndex NOTIFY activeFocusIndexChanged)
-    /// While it is true, the view should ask for no rows ahead.
-    Q_PROPERTY(bool resetting MEMBER m_resetting NOTIFY resettingChanged)
 
 public:
     using QObject::QObject;
@@ -33,14 +30,8 @@ public:
 Q_SIGNALS:
     void viewChanged();
     void activeFocusIndexChanged();
-    void resettingChanged();
-
-private Q_SLOTS:
-    void followModel();
 
 private:
-    void finishRow();
-    void setResetting(bool resetting);
     /// The first row from `index` on, in steps, that takes the focus becomes the current one. False, and
     /// nothing changed, if there is none.
     bool focusFrom(int index, int step);
@@ -49,8 +40,6 @@ private:
     [[nodiscard]] bool isFirst(int row) const;
 
     QPointer<QQuickItem> m_view;
-    QMetaObject::Connection m_resets;
-    bool m_resetting = false;
 };
 
 } // namespace tessaly::controls
