@@ -31,6 +31,7 @@ ListView {
     // Each row made ahead would be a frame that changes nothing; a page of rows used again comes as soon without.
     cacheBuffer: 0
     keyNavigationEnabled: false
+    highlightFollowsCurrentItem: false // nothing is to be seen of it, but it takes a frame to follow
     highlightMoveDuration: 0
     highlightMoveVelocity: 0
     highlightResizeDuration: 0
