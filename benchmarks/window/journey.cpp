@@ -51,8 +51,21 @@ QQuickItem& find(const QQuickWindow& window, const QString& wanted, const char* 
     return *found;
 }
 
+QRect placeOf(const QQuickItem& item) {
+    return item.mapRectToScene(item.boundingRect()).toAlignedRect();
+}
+
 qint64 areaOf(const QQuickItem& item) {
     return qint64(item.width()) * qint64(item.height());
+}
+
+/// Where a busy ring turns; nowhere if none does.
+QRect ringPlace(const QQuickWindow& window) {
+    for (const QQuickItem* const item : visibleItems(*window.contentItem())) {
+        if (item->inherits("QQuickBusyIndicator"))
+            return placeOf(*item);
+    }
+    return {};
 }
 
 /// The interface on a screen, and what its frames change there.
@@ -103,6 +116,9 @@ private:
             return;
         const QRegion changed = m_changes.take(m_window.grabWindow());
         m_isLooking = false;
+        // A ring turns for as long as the server takes: those are no changes that a user's event asks for.
+        if (!changed.isEmpty() && ringPlace(m_window).contains(changed.boundingRect()))
+            return;
         ++(changed.isEmpty() ? unchangedFrames : changedFrames);
         sinceThen += changed;
     }
@@ -124,6 +140,21 @@ void waitForDownloadMode(const QQuickWindow& window) {
         }
     }
     throw std::runtime_error("the interface shows nothing to download");
+}
+
+/// By keys a list has no page key (Page Up leads back): it moves row by row, once the focus is at its edge.
+void turnPage(Journey& journey, const QQuickItem& list, Qt::Key key) {
+    constexpr int mostRows = 20;
+    const QVariant before = list.property("contentY");
+    for (int i = 0; list.property("contentY") == before; ++i) {
+        if (i == mostRows)
+            throw std::runtime_error("the list doesn't move");
+        journey.press(key);
+    }
+    const QRect place = placeOf(list);
+    const QRect changed = journey.sinceThen.boundingRect();
+    if (!place.contains(changed))
+        throw std::runtime_error("a page that turns changes what is around the list, too");
 }
 
 } // namespace
@@ -179,9 +210,9 @@ int playJourney(bool touch) {
     if (!touch)
         journey.press(Qt::Key_Down);
     mark();
-    journey.press(touch ? Qt::Key_PageDown : Qt::Key_Down);
+    turnPage(journey, list, touch ? Qt::Key_PageDown : Qt::Key_Down);
     const qint64 turned = FrameChanges::area(journey.sinceThen);
-    journey.press(touch ? Qt::Key_PageUp : Qt::Key_Up);
+    turnPage(journey, list, touch ? Qt::Key_PageUp : Qt::Key_Up);
     if (touch) {
         journey.tap(find(window, text("@Info")));
         journey.tap(find(window, text("@Back")));
