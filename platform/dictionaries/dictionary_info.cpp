@@ -82,18 +82,29 @@ Records DictionaryInfo::blitLists(Records target, Records source, const Equal& e
     for (const DictionaryInfo& record : source)
         fresh.add(record);
     DistinctRecords known(equal, target.size());
-    Records result;
-    result.reserve(target.size() + source.size());
-    for (const DictionaryInfo& record : target) {
-        if (!known.add(record))
-            continue;
-        const DictionaryInfo* const update = fresh.find(record);
-        result.push_back(update ? combine(record, *update) : record);
+    struct Kept {
+        DictionaryInfo* record;
+        const DictionaryInfo* update;
+    };
+    std::vector<Kept> kept;
+    kept.reserve(target.size());
+    for (DictionaryInfo& record : target) {
+        if (known.add(record))
+            kept.push_back({&record, fresh.find(record)});
     }
+    std::vector<DictionaryInfo*> added;
     for (DictionaryInfo& record : source) {
         if (fresh.find(record) == &record && !known.find(record))
-            result.push_back(std::move(record));
+            added.push_back(&record);
     }
+
+    // Only now may records be moved: until here they were compared.
+    Records result;
+    result.reserve(kept.size() + added.size());
+    for (const Kept& entry : kept)
+        result.push_back(entry.update ? combine(*entry.record, *entry.update) : std::move(*entry.record));
+    for (DictionaryInfo* const record : added)
+        result.push_back(std::move(*record));
     return result;
 }
 
