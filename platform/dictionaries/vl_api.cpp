@@ -4,26 +4,30 @@
 #include <common_utilities/log_line.h>
 #include <vellum/dictionary_files.h>
 
-#include <filesystem>
+#include <dirent.h>
+#include <memory>
 #include <set>
+#include <sys/stat.h>
 
 namespace tessaly::vl_api {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 /// Names of the dictionary files in a folder, in byte order; none if it is absent or can't be read.
 std::set<std::string> dictionaryFilesIn(const std::string& folder) {
     std::set<std::string> files;
-    std::error_code error;
-    for (fs::directory_iterator entry(base::hostPath(folder), error), end; !error && entry != end;
-         entry.increment(error)) {
-        const std::string file = entry->path().filename();
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(::opendir(base::hostPath(folder).c_str()),
+                                                        ::closedir);
+    while (const dirent* const entry = directory ? ::readdir(directory.get()) : nullptr) {
         // The status follows links: a dangling one, or one to a folder, is no dictionary.
-        std::error_code unreadable;
-        if (vellum::isDictionaryFileName(file) && entry->is_regular_file(unreadable))
-            files.insert(file);
+        struct stat status {};
+        const auto isFile = [&] {
+            return entry->d_type == DT_REG ||
+                   (::fstatat(::dirfd(directory.get()), entry->d_name, &status, 0) == 0 &&
+                    S_ISREG(status.st_mode));
+        };
+        if (vellum::isDictionaryFileName(entry->d_name) && isFile())
+            files.insert(entry->d_name);
     }
     return files;
 }
@@ -31,9 +35,9 @@ std::set<std::string> dictionaryFilesIn(const std::string& folder) {
 } // namespace
 
 bool DictionariesBimap::insert(const Dictionary& dictionary) {
-    if (m_byName.contains(dictionary.name) || m_byFile.contains(dictionary.file))
+    if (m_byFile.contains(dictionary.file) ||
+        !m_byName.emplace(dictionary.name, m_dictionaries.size()).second)
         return false;
-    m_byName.emplace(dictionary.name, m_dictionaries.size());
     m_byFile.emplace(dictionary.file, m_dictionaries.size());
     m_dictionaries.push_back(dictionary);
     return true;

@@ -34,6 +34,9 @@ bool isDictionaryFileName(const std::string& name) {
     if (name.size() > longestName || name.size() <= dictionarySuffix.size() || name.starts_with('.') ||
         !name.ends_with(dictionarySuffix))
         return false;
+    const auto isPlain = [](char c) { return c >= ' ' && c <= '~' && isAllowed(char32_t(c)); };
+    if (std::all_of(name.begin(), name.end(), isPlain))
+        return true;
     const QString text = QString::fromStdString(name);
     const std::u32string characters = text.toStdU32String();
     return text.toStdString() == name && std::all_of(characters.begin(), characters.end(), isAllowed);
