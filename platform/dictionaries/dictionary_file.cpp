@@ -21,15 +21,15 @@ using vellum::DictionaryDatabase;
 using Rows = std::vector<DictionaryDatabase::Row>;
 
 /// The metadata text of a key: the first if it is repeated, empty if it isn't there.
-std::string textOf(const Rows& rows, const char* key) {
-    const auto found = std::find_if(rows.begin(), rows.end(),
-                                    [key](const DictionaryDatabase::Row& row) { return row[0] == key; });
-    return found == rows.end() ? std::string() : (*found)[1];
+const std::string& textOf(const Rows& rows, std::string_view key) {
+    static const std::string none;
+    const auto found =
+        std::find_if(rows.begin(), rows.end(), [key](const auto& row) { return row[0] == key; });
+    return found == rows.end() ? none : (*found)[1];
 }
 
 boost::optional<utilities::Locale> languageFrom(const std::string& code) {
-    const auto locale = utilities::locale_parser::tagged_parse(code, '_');
-    return code.empty() ? boost::none : locale.right();
+    return code.empty() ? boost::none : utilities::locale_parser::tagged_parse(code, '_').right();
 }
 
 std::int32_t numberFrom(const std::string& text) {
@@ -45,7 +45,7 @@ std::string foldedForm(const std::string& word) {
 
 Metadata metadataFrom(const Rows& rows) {
     const auto text = [&rows](const char* key, std::size_t longest = longestText) {
-        std::string whole = textOf(rows, key);
+        const std::string& whole = textOf(rows, key);
         return whole.size() <= longest ? whole
                                        : cut(QString::fromStdString(whole), qsizetype(longest)).toStdString();
     };
@@ -70,9 +70,9 @@ std::vector<Entry> DictionaryFile::lookup(const std::string& word) const {
     std::vector<Entry> entries;
     try {
         const std::string statement = "SELECT headword, definition FROM entries WHERE ";
-        Rows rows = m_database->rows(statement + "headword = ?1 LIMIT 1000", word);
+        Rows rows = m_database->rows(statement + "headword = ?1", word);
         if (rows.empty())
-            rows = m_database->rows(statement + "folded = ?1 LIMIT 1000", foldedForm(word));
+            rows = m_database->rows(statement + "folded = ?1", foldedForm(word));
         for (const DictionaryDatabase::Row& row : rows)
             entries.push_back({row[0], row[1]});
     } catch (const std::runtime_error& error) {

@@ -4,12 +4,14 @@
 #include <QString>
 #include <QUtf8StringView>
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <ctime>
-#include <filesystem>
 #include <initializer_list>
 #include <limits>
 #include <sqlite3.h>
 #include <stdexcept>
+#include <sys/stat.h>
 
 namespace vellum {
 
@@ -18,6 +20,7 @@ namespace {
 constexpr int longestValue = 1 << 20;
 constexpr int longestSql = 1000; // that of the schema included
 constexpr std::size_t longestAnswer = 8 << 20;
+constexpr std::size_t mostRows = 1000;
 constexpr std::size_t longestMetadata = 256 << 10; // read of hundreds of files at every start
 /// Of all databases of the process. Bounds the work of a single step of the machine as well: a key in an
 /// index may be as long as its file, and is read whole for each comparison.
@@ -72,9 +75,11 @@ DictionaryDatabase::DictionaryDatabase(const std::string& hostPath)
     Connection& connection = *m_connection;
     connection.path = hostPath;
     // A pipe would block whoever opens it.
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(hostPath, error))
-        connection.fail(error ? error.message() : "not a file");
+    struct stat status {};
+    if (::stat(hostPath.c_str(), &status) != 0)
+        connection.fail(std::strerror(errno));
+    if (!S_ISREG(status.st_mode))
+        connection.fail("not a file");
 
     sqlite3_hard_heap_limit64(mostMemory);
     sqlite3* handle = nullptr;
@@ -85,6 +90,10 @@ DictionaryDatabase::DictionaryDatabase(const std::string& hostPath)
     sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, longestValue);
     sqlite3_limit(handle, SQLITE_LIMIT_SQL_LENGTH, longestSql);
     sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
+    // A generated column computes within a single step, which no bound on time sees. So a schema may compare
+    // and join texts, but call no function and nest nothing.
+    sqlite3_limit(handle, SQLITE_LIMIT_FUNCTION_ARG, 0);
+    sqlite3_limit(handle, SQLITE_LIMIT_EXPR_DEPTH, 2);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
@@ -93,25 +102,18 @@ DictionaryDatabase::DictionaryDatabase(const std::string& hostPath)
     sqlite3_progress_handler(handle, stepsAtOnce, Connection::isLate, &connection);
 
     // What the schema's rows say of themselves can be forged; here SQLite says what it takes them for. It
-    // knows no column of a view, and no virtual table without its module. A generated column would compute
-    // within a single step, which no bound sees.
-    sqlite3_drop_modules(handle, nullptr);
-    const auto isPlainTable = [&](const std::string& name, std::initializer_list<const char*> needed) {
-        const auto isThere = [&](const char* column) {
-            return sqlite3_table_column_metadata(handle, "main", name.c_str(), column, nullptr, nullptr,
-                                                 nullptr, nullptr, nullptr) == SQLITE_OK;
-        };
-        if (!std::all_of(needed.begin(), needed.end(), isThere))
-            return false;
-        const std::vector<Row> columns = run("PRAGMA main.table_xinfo(" + name + ")", {}, longestMetadata);
-        return std::all_of(columns.begin(), columns.end(), [](const Row& row) { return row.at(6) == "0"; });
+    // knows no column of a view, nor of a virtual table that nothing has used.
+    const auto hasTable = [handle](const char* name, std::initializer_list<const char*> columns) {
+        return std::all_of(columns.begin(), columns.end(), [&](const char* column) {
+            return sqlite3_table_column_metadata(handle, "main", name, column, nullptr, nullptr, nullptr,
+                                                 nullptr, nullptr) == SQLITE_OK;
+        });
     };
-    if (!isPlainTable("metadata", {"key", "value"}) ||
-        !isPlainTable("entries", {"headword", "definition", "folded"}))
+    if (!hasTable("metadata", {"key", "value"}) || !hasTable("entries", {"headword", "definition", "folded"}))
         connection.fail("not a dictionary");
     connection.looksLeft = std::numeric_limits<int>::max();
     // Whatever the keys are: picking them out in the statement takes longer than all the rest of opening.
-    m_metadata = run("SELECT key, value FROM metadata LIMIT 1000", {}, longestMetadata);
+    m_metadata = run("SELECT key, value FROM metadata", {}, longestMetadata);
 }
 
 DictionaryDatabase::~DictionaryDatabase() = default;
@@ -137,7 +139,7 @@ DictionaryDatabase::run(const std::string& statement, const std::string& text, s
     const int columns = sqlite3_column_count(prepared);
     std::size_t length = 0;
     int state = sqlite3_step(prepared);
-    for (; state == SQLITE_ROW; state = sqlite3_step(prepared)) {
+    for (; state == SQLITE_ROW && rows.size() < mostRows; state = sqlite3_step(prepared)) {
         Row row;
         row.reserve(std::size_t(columns));
         for (int i = 0; i < columns; ++i) {
@@ -148,7 +150,7 @@ DictionaryDatabase::run(const std::string& statement, const std::string& text, s
             m_connection->fail("too much text");
         rows.push_back(std::move(row));
     }
-    m_connection->require(state == SQLITE_DONE);
+    m_connection->require(state == SQLITE_DONE || state == SQLITE_ROW);
     return rows;
 }
 
