@@ -196,6 +196,9 @@ private Q_SLOTS:
              makeDatabase("CREATE TABLE metadata (key, value);"
                           "CREATE VIEW entries AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL "
                           "SELECT i + 1 FROM n) SELECT i AS headword FROM n WHERE i < 0")},
+            {u"endless column"_qs,
+             makeDatabase("CREATE TABLE metadata (key, value);"
+                          "CREATE TABLE entries (headword, folded, definition AS (hex(zeroblob(4e8))))")},
         };
         for (const auto& [name, content] : files)
             row(name, Code::NotADictionary,
