@@ -196,13 +196,18 @@ private Q_SLOTS:
              makeDatabase("CREATE TABLE metadata (key, value);"
                           "CREATE VIEW entries AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL "
                           "SELECT i + 1 FROM n) SELECT i AS headword FROM n WHERE i < 0")},
-            {u"endless column"_qs,
-             makeDatabase("CREATE TABLE metadata (key, value);"
-                          "CREATE TABLE entries (headword, folded, definition AS (hex(zeroblob(4e8))))")},
         };
         for (const auto& [name, content] : files)
             row(name, Code::NotADictionary,
                 [content = content](auto& package) { package.add(u"new.tsdict"_qs, content); });
+        for (const char* const column : {"zeroblob(4e8)", "headword || headword || headword"})
+            row(QLatin1String(column), Code::NotADictionary, [column](auto& package) {
+                package.add(
+                    u"new.tsdict"_qs,
+                    makeDatabase(QByteArray("CREATE TABLE metadata (key, value);"
+                                            "CREATE TABLE entries (headword, folded, definition AS (") +
+                                 column + "))"));
+            });
     }
     void refusesPackage() {
         QFETCH(const Spoil, spoil);
