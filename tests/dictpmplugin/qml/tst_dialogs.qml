@@ -34,16 +34,21 @@ Item {
             createTemporaryObject(listComponent, scene)
             enterDownloadMode()
             const shown = () => Array.from(listView().contentItem.children).filter(row => row.visible && row.sourceIndex >= 0)
+            const isPressed = item => item.pressed === true || Array.from(item.children).some(isPressed)
             listView().forceActiveFocus()
+            mousePress(listView(), 40, 300)
+            tryVerify(() => shown().some(isPressed))
             let pages = 1
             for (let y = -1; listView().contentY > y && pages < 100; ++pages) {
                 y = listView().contentY
                 keyClick(Qt.Key_PageDown)
+                verify(!shown().some(isPressed)) // what is under the finger is another dictionary's now
                 verify(listView().contentItem.children.length < 40)
                 shown()[pages % 3].toggleSelection() // from now on no longer bound to the model
                 for (const row of shown())
                     compare(row.selectedToDownload, DictionariesListModel.isSelected(row.sourceIndex), row.title)
             }
+            mouseRelease(listView(), 40, 300)
             verify(pages > 20 && listView().atYEnd)
             keyClick(Qt.Key_PageUp)
             verify(!listView().atYEnd)
