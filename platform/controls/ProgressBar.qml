@@ -21,7 +21,8 @@ T.ProgressBar {
     }
     contentItem: Item {
         Rectangle {
-            width: control.position > 0 ? Math.max(height, control.position * parent.width) : 0
+            // In whole pixels: less would take an update of the screen and be seen by nobody.
+            width: control.position > 0 ? Math.max(height, Math.round(control.position * parent.width)) : 0
             height: parent.height
             radius: height / 2
             color: GlobalValues.defaultTextColor

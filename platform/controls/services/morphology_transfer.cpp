@@ -132,7 +132,7 @@ bool MorphologyTransfer::start(const QString& apiKey) {
         };
         QMetaObject::invokeMethod(this, leave, Qt::QueuedConnection);
     });
-    m_look.start(200ms); // as often as an e-paper screen can follow
+    m_look.start(1s); // each look may take an update of the screen, which takes a quarter of that
     Q_EMIT runningChanged();
     Q_EMIT changed();
     return true;
