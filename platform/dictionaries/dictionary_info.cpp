@@ -1,6 +1,7 @@
 #include <dictionaries/dictionary_info.h>
 
 #include <algorithm>
+#include <optional>
 #include <ostream>
 #include <unordered_map>
 #include <unordered_set>
@@ -12,33 +13,35 @@ namespace {
 
 using Records = std::vector<DictionaryInfo>;
 
-/// Records of which no two are equal, indexed by their server number. They must outlive it.
+/// The records of a list of which no two are equal: each one's first, in the list's order, found by server
+/// number.
 class DistinctRecords {
 public:
-    DistinctRecords(const DictionaryInfo::Equal& equal, std::size_t expected)
+    DistinctRecords(Records& records, const DictionaryInfo::Equal& equal)
         : m_equal(equal) {
-        m_byServerId.reserve(expected);
+        m_positions.reserve(records.size());
+        m_records.reserve(records.size());
+        for (DictionaryInfo& record : records) {
+            if (find(record))
+                continue;
+            m_positions.emplace(record.serverId, m_records.size());
+            m_records.push_back(&record);
+        }
     }
 
-    /// The record that is equal, or null.
-    [[nodiscard]] const DictionaryInfo* find(const DictionaryInfo& record) const {
-        const auto [begin, end] = m_byServerId.equal_range(record.serverId);
-        const auto found =
-            std::find_if(begin, end, [&](const auto& entry) { return m_equal(record, *entry.second); });
-        return found == end ? nullptr : found->second;
+    /// The position of the record that is equal, if there is one.
+    [[nodiscard]] std::optional<std::size_t> find(const DictionaryInfo& record) const {
+        const auto [begin, end] = m_positions.equal_range(record.serverId);
+        const auto found = std::find_if(
+            begin, end, [&](const auto& entry) { return m_equal(record, *m_records[entry.second]); });
+        return found == end ? std::nullopt : std::optional(found->second);
     }
-
-    /// False if an equal one is there already.
-    bool add(const DictionaryInfo& record) {
-        if (find(record))
-            return false;
-        m_byServerId.emplace(record.serverId, &record);
-        return true;
-    }
+    [[nodiscard]] const std::vector<DictionaryInfo*>& records() const { return m_records; }
 
 private:
     const DictionaryInfo::Equal& m_equal;
-    std::unordered_multimap<std::int32_t, const DictionaryInfo*> m_byServerId;
+    std::vector<DictionaryInfo*> m_records;
+    std::unordered_multimap<std::int32_t, std::size_t> m_positions;
 };
 
 std::string inOneLine(std::string text) {
@@ -78,33 +81,23 @@ Records DictionaryInfo::subtractLists(const Records& records, const vl_api::Dict
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the device's own library takes them so
 Records DictionaryInfo::blitLists(Records target, Records source, const Equal& equal,
                                   const Combine& combine) {
-    DistinctRecords fresh(equal, source.size());
-    for (const DictionaryInfo& record : source)
-        fresh.add(record);
-    DistinctRecords known(equal, target.size());
-    struct Kept {
-        DictionaryInfo* record;
-        const DictionaryInfo* update;
-    };
-    std::vector<Kept> kept;
-    kept.reserve(target.size());
-    for (DictionaryInfo& record : target) {
-        if (known.add(record))
-            kept.push_back({&record, fresh.find(record)});
-    }
-    std::vector<DictionaryInfo*> added;
-    for (DictionaryInfo& record : source) {
-        if (fresh.find(record) == &record && !known.find(record))
-            added.push_back(&record);
-    }
-
-    // Only now may records be moved: until here they were compared.
+    const DistinctRecords known(target, equal);
+    const DistinctRecords fresh(source, equal);
+    std::vector<bool> isKnown(fresh.records().size());
     Records result;
-    result.reserve(kept.size() + added.size());
-    for (const Kept& entry : kept)
-        result.push_back(entry.update ? combine(*entry.record, *entry.update) : std::move(*entry.record));
-    for (DictionaryInfo* const record : added)
-        result.push_back(std::move(*record));
+    result.reserve(known.records().size() + fresh.records().size());
+    for (DictionaryInfo* const record : known.records()) {
+        if (const auto update = fresh.find(*record)) {
+            isKnown[*update] = true;
+            result.push_back(combine(*record, *fresh.records()[*update]));
+        } else {
+            result.push_back(std::move(*record));
+        }
+    }
+    for (std::size_t i = 0; i < isKnown.size(); ++i) {
+        if (!isKnown[i])
+            result.push_back(std::move(*fresh.records()[i]));
+    }
     return result;
 }
 
