@@ -2,7 +2,6 @@
 #include "transfer.h"
 #include "web_access.h"
 
-#include <base/file.h>
 #include <utility>
 
 namespace tessaly::utilities {
@@ -44,7 +43,6 @@ public:
                 return false;
             file.publish();
         }
-        base::syncToDisk(what.directory);
         return true;
     }
 
