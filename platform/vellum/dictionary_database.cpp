@@ -38,7 +38,7 @@ double processorSeconds() {
     return double(time.tv_sec) + double(time.tv_nsec) * 1e-9;
 }
 
-/// Immutable: no lock or journal is looked for or made, and a read-only folder serves.
+/// Immutable: no journal is looked for or made, and a read-only folder serves.
 std::string immutableUrl(const std::string& path) {
     return "file:" + QByteArray::fromStdString(path).toPercentEncoding("/").toStdString() + "?immutable=1";
 }
@@ -83,8 +83,10 @@ DictionaryDatabase::DictionaryDatabase(const std::string& hostPath)
 
     sqlite3_hard_heap_limit64(mostMemory);
     sqlite3* handle = nullptr;
-    const int opened = sqlite3_open_v2(immutableUrl(hostPath).c_str(), &handle,
-                                       SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX, nullptr);
+    const char* const withoutLocks = "unix-none"; // what never changes needs none
+    const int opened =
+        sqlite3_open_v2(immutableUrl(hostPath).c_str(), &handle,
+                        SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX, withoutLocks);
     connection.handle.reset(handle);
     connection.require(opened == SQLITE_OK);
     sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, longestValue);
