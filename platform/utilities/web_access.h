@@ -45,9 +45,8 @@ public:
         DownloadOptions options;
         HttpLimits limits;
     };
-    /// Blocks until the file is in its place and safely on the disk. False if stopped: a stop that is
-    /// requested under the mutex comes before the file has its name, or finds it there. Throws the reason of
-    /// a failure.
+    /// Blocks until the file is in its place. False if stopped: a stop that is requested under the mutex
+    /// comes before the file has its name, or finds it there. Throws the reason of a failure.
     virtual bool fetch(const Fetch& what, TransferProgress& progress, const std::stop_token& stop,
                        std::mutex& stopping) const = 0;
 
