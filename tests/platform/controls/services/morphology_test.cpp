@@ -210,10 +210,13 @@ private Q_SLOTS:
 private:
     [[nodiscard]] QString directory() const { return m_device->path("/mnt/ext1/system/hunspell/"); }
     [[nodiscard]] Content content() const { return folderContent(directory()); }
-    /// Nothing else is there then.
+    /// Nothing else is there then. The folder itself stays, since the first service looks for leftovers in
+    /// it.
     void put(const Content& content) const {
-        QDir(directory()).removeRecursively();
         QDir().mkpath(directory());
+        for (const QFileInfo& entry :
+             QDir(directory()).entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot))
+            entry.isDir() ? QDir(entry.filePath()).removeRecursively() : QFile::remove(entry.filePath());
         for (auto file = content.begin(); file != content.end(); ++file)
             writeFile(directory() + file.key(), file.value());
     }
