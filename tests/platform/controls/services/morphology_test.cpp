@@ -210,8 +210,7 @@ private Q_SLOTS:
 private:
     [[nodiscard]] QString directory() const { return m_device->path("/mnt/ext1/system/hunspell/"); }
     [[nodiscard]] Content content() const { return folderContent(directory()); }
-    /// Nothing else is there then. The folder itself stays, since the first service looks for leftovers in
-    /// it.
+    /// Nothing else is there then. The folder itself stays: the first service looks for leftovers there.
     void put(const Content& content) const {
         QDir().mkpath(directory());
         for (const QFileInfo& entry :
