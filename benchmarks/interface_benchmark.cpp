@@ -126,9 +126,10 @@ const std::vector<std::vector<double>>& journeys() {
     static const std::vector<std::vector<double>> measured = [] {
         fixture::TestDevice device;
         installDictionaries(device);
-        const QByteArray body = offer();
-        const fixture::LoopbackServer server([&body](QTcpSocket& client) {
-            const auto answer = [&client, &body] {
+        const QByteArray catalogue = offer();
+        const fixture::LoopbackServer server([&catalogue](QTcpSocket& client) {
+            const auto answer = [&client, &catalogue] {
+                const QByteArray body = client.readAll().contains("/v1/morphology") ? "{}" : catalogue;
                 client.write("HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Length: " +
                              QByteArray::number(body.size()) + "\r\n\r\n" + body);
                 client.disconnectFromHost();

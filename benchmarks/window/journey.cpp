@@ -245,7 +245,8 @@ int stayIdle() {
         wait(milliseconds);
         return events;
     };
-    const int ofWaiting = eventsIn(1);
+    constexpr int momentMs = 100; // long enough to be waited for
+    const int ofWaiting = eventsIn(momentMs);
     std::printf("%d %d\n", eventsIn(idleSeconds * 1000) - ofWaiting, idleSeconds);
     return 0;
 }
