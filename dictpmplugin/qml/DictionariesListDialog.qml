@@ -54,16 +54,16 @@ DialogContainer {
     state: 'VerticalCenter'
     backOnPgUp: true
     closeInterceptor: () => false
-    keyInterceptor: signal => { // the keys that leave ask like the header does
-        if (header.canLeave)
-            leave(signal)
-    }
+    // The keys that leave ask like the header does.
+    keyInterceptor: signal => header.canLeave && leave(signal)
     initialFocusItem: list.count === 0 && !DictionariesListModel.isDownloadMode ? download_btn : list
 
     onVisibleChanged: {
+        list.model = null // each reset until there is something to be seen would make its rows anew
         if (!visible) // for a moment only, perhaps; else the question goes too
             return Qt.callLater(() => wrapper.visible || abortMorphConfirmationDialogLazy.close()) // qmllint disable
         DictionariesListModel.reset()
+        list.model = languageHeaderInjectorProxyModel
         focusOnFirstElement()
     }
     Component.onCompleted: if (visible) focusOnFirstElement()
@@ -80,7 +80,7 @@ DialogContainer {
             download_btn.markedCount = DictionariesListModel.selectedCount
             list.visible = true
             list.forceLayout()
-            list.visible = list.count > 0
+            list.visible = languageHeaderInjectorProxyModel.rowCount() > 0
             if (DictionariesListModel.isDownloadMode)
                 list.currentIndex = 0
             else
