@@ -51,6 +51,7 @@ Item {
         contentWidth: width
         contentHeight: Math.round(column.height) + GlobalValues.scrollListButtonsHeight
         boundsBehavior: Flickable.StopAtBounds
+        pixelAligned: true
         clip: true
         pressDelay: GlobalValues.listPressDelay
         focus: DeviceInfoProvider.touch

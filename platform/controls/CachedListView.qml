@@ -28,6 +28,7 @@ ListView {
     }
 
     reuseItems: true
+    pixelAligned: true // in between a flick would draw, as it comes to rest, what nobody sees
     // Each row made ahead would be a frame that changes nothing; a page of rows used again comes as soon without.
     cacheBuffer: 0
     keyNavigationEnabled: false

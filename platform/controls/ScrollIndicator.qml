@@ -17,8 +17,9 @@ T.ScrollIndicator {
     rightPadding: GlobalValues.scrollIndicatorSideMargin
     height: length
     Accessible.ignored: true
-    size: length > 0 ? Math.min(1, thumbLength / length) : 1
-    position: length > 0 ? Math.max(0, Math.min(thumbOffset, length - thumbLength)) / length : 0
+    // In whole pixels: the screen has no others.
+    size: length > 0 ? Math.min(1, Math.round(thumbLength) / length) : 1
+    position: length > 0 ? Math.max(0, Math.round(Math.min(thumbOffset, length - thumbLength))) / length : 0
 
     contentItem: Rectangle {
         implicitWidth: GlobalValues.scrollIndicatorThickness
