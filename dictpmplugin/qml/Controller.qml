@@ -4,7 +4,7 @@ import com.tessaly.dictionaries 1.0
 import com.tessaly.controls 1.0
 
 // The interface's top level: which screen is shown, and what leads from one to the next. A screen is loaded when it is
-// first shown, and stays.
+// first shown, and stays; a property of its type would load its document at once.
 Item {
     id: wrapper
 
@@ -174,7 +174,7 @@ Item {
         id: dict_info_dialog_loader
 
         property int selectedIndex: 0
-        readonly property DictionaryInfoDialog dialog: item as DictionaryInfoDialog
+        readonly property var dialog: item
 
         function setDialogData() {
             dict_info.read(DictionariesListModel, selectedIndex)
@@ -232,7 +232,7 @@ Item {
 
         property int selectedIndex: 0
         property int downloadingId: -1
-        readonly property DownloadProgress dialog: item as DownloadProgress
+        readonly property var dialog: item
 
         function updateCurrentDictionary() {
             DictionariesListModel.refreshData()
