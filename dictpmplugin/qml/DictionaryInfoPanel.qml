@@ -20,6 +20,10 @@ Item {
     onActiveFocusChanged: shown.focusSlider()
     onVisibleChanged: if (visible) panel.contentY = 0
 
+    Keys.enabled: DeviceInfoProvider.touch // also for a button that was tapped and has the focus
+    Keys.onPressed: event => Global.turnPage(event, () => Global.scrollFlickablePageUp(panel),
+                                             () => Global.scrollFlickablePageDown(panel))
+
     QtObject {
         id: shown
 
@@ -57,10 +61,6 @@ Item {
         focus: DeviceInfoProvider.touch
         onFlickStarted: DeviceInfoProvider.enterA2onFlickForItem(panel)
         onActiveFocusChanged: shown.focusSlider()
-
-        Keys.enabled: DeviceInfoProvider.touch
-        Keys.onPressed: event => Global.turnPage(event, () => Global.scrollFlickablePageUp(panel),
-                                                 () => Global.scrollFlickablePageDown(panel))
 
         Column {
             id: column
