@@ -66,7 +66,9 @@ QQuickItem& requireList(const QQuickWindow& window) {
 void waitForFrame(QQuickWindow& window) {
     QEventLoop loop;
     QObject::connect(&window, &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
-    QTimer::singleShot(patienceMs, &loop, [&loop] { loop.exit(1); });
+    QTimer patience; // one that is gone with the wait: an idle program would be woken by it
+    QObject::connect(&patience, &QTimer::timeout, &loop, [&loop] { loop.exit(1); });
+    patience.start(patienceMs);
     if (loop.exec() != 0)
         throw std::runtime_error("no frame came");
 }
