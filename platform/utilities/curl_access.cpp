@@ -56,7 +56,7 @@ public:
 } // namespace tessaly::utilities
 
 /// Found by its name (WebAccess::instance()).
-extern "C" TESSALY_UTILITIES_API const tessaly::utilities::WebAccess& tessaly_webAccess() {
+extern "C" TESSALY_UTILITIES_API const tessaly::utilities::WebAccess* tessaly_webAccess() {
     static const tessaly::utilities::CurlAccess access;
-    return access;
+    return &access;
 }

@@ -17,7 +17,7 @@ const WebAccess& load() {
     void* const access = library ? ::dlsym(library, "tessaly_webAccess") : nullptr;
     if (!access)
         throw std::runtime_error(std::string("cannot load what makes requests: ") + ::dlerror());
-    return reinterpret_cast<const WebAccess& (*)()>(access)();
+    return *reinterpret_cast<const WebAccess* (*)()>(access)();
 }
 
 } // namespace
