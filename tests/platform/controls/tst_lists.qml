@@ -103,6 +103,16 @@ Item {
             compare(list.contentY, 48 * 40 - 30)
         }
 
+        // In between there is nothing to be seen.
+        function test_flickByWholePixels() {
+            const list = createTemporaryObject(listComponent, scene, { model: 200 })
+            let parts = 0
+            list.contentYChanged.connect(() => parts += list.contentY % 1 !== 0)
+            list.flick(0, -1000)
+            tryVerify(() => list.contentY > 0 && !list.moving)
+            compare(parts, 0)
+        }
+
         function test_slider() {
             const slider = createTemporaryObject(sliderComponent, scene)
             slider.forceActiveFocus()
