@@ -7,12 +7,15 @@
 #include <condition_variable>
 #include <csignal>
 #include <cstring>
+#include <fcntl.h>
 #include <filesystem>
 #include <mutex>
+#include <poll.h>
 #include <set>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -47,6 +50,22 @@ fs::path programOf(pid_t process) {
     return fs::read_symlink("/proc/" + std::to_string(process) + "/exe", error);
 }
 
+/// posix_spawn() that returns once /proc names the child's program. It alone returns a moment earlier, which
+/// one processor lets the parent see; what is closed on execution is closed after that moment.
+int spawn(pid_t& child, const std::string& program, char* const* arguments) {
+    constexpr int patienceMs = 1000; // in case a child that runs no program holds the pipe
+    int ends[2];
+    if (::pipe2(ends, O_CLOEXEC) != 0)
+        return errno;
+    const int failure = ::posix_spawn(&child, program.c_str(), nullptr, nullptr, arguments, environ);
+    ::close(ends[1]);
+    pollfd closing{ends[0], POLLIN, 0};
+    while (failure == 0 && ::poll(&closing, 1, patienceMs) < 0 && errno == EINTR)
+        continue;
+    ::close(ends[0]);
+    return failure;
+}
+
 fs::path canonicalHostPath(const std::string& devicePath) {
     std::error_code error;
     return fs::weakly_canonical(tessaly::base::hostPath(devicePath), error);
@@ -78,7 +97,7 @@ int OpenTask(const char* path, int argc, const char* const* argv, int) {
     arguments.push_back(nullptr);
 
     pid_t child = -1;
-    const int failure = ::posix_spawn(&child, program.c_str(), nullptr, nullptr, arguments.data(), environ);
+    const int failure = spawn(child, program, arguments.data());
     if (failure != 0) {
         ts_print_log2(2, __FILE__, __LINE__, __func__, "Can not start %s: %s", program.c_str(),
                       std::strerror(failure));

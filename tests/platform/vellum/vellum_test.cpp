@@ -39,7 +39,7 @@ private Q_SLOTS:
         QCOMPARE(FindTaskByAppName(agentPath), -1);
         const int task = OpenTask(agentPath, 2, connectSilent, 1);
         QVERIFY(task > 0);
-        QTRY_COMPARE(FindTaskByAppName(agentPath), task); // once the new process runs the program
+        QCOMPARE(FindTaskByAppName(agentPath), task);
         QCOMPARE(FindTaskByAppName("/ebrmain/bin/dictpackageinstaller.app"), -1);
         QCOMPARE(CloseTask(task, 0, 1), 0);
         QTRY_COMPARE(FindTaskByAppName(agentPath), -1);
