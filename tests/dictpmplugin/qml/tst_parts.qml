@@ -71,22 +71,31 @@ Item {
         }
 
         function test_button(data) {
-            const button = createTemporaryObject(buttonComponent, scene)
-            const middle = [button, 350, button.height / 2]
-            const act = {
-                p: () => mousePress(...middle), r: () => mouseRelease(...middle),
-                O: () => { mouseMove(button, 350, 500); mouseRelease(button, 350, 500) },
-                h: () => { button.visible = false; button.visible = true; mouseRelease(...middle) },
-                d: () => button.enabled = false, u: () => button.enabled = true,
-                e: () => keyPress(Qt.Key_Return), E: () => keyRelease(Qt.Key_Return),
-                a: () => switches.repeatKey(scene, Qt.Key_Return), x: () => scene.forceActiveFocus(),
-                1: () => wait(60), 2: () => wait(260),
-            }
-            button.forceActiveFocus()
-            compare(data.steps.split(" ").map(step => {
-                act[step]()
-                return button.state[0] + scene.calls.filter(call => call === "action").length
-            }).join(" "), data.trace)
+            const steps = data.steps.split(" ")
+            const waits = { 1: 60, 2: 260 }
+            const due = steps.reduce((sum, step) => sum + (waits[step] ?? 0), 0)
+            let trace = "", began = 0
+            do { // on a machine that was late a quick touch was a slow one
+                const button = createTemporaryObject(buttonComponent, scene)
+                const middle = [button, 350, button.height / 2]
+                const act = {
+                    p: () => mousePress(...middle), r: () => mouseRelease(...middle),
+                    O: () => { mouseMove(button, 350, 500); mouseRelease(button, 350, 500) },
+                    h: () => { button.visible = false; button.visible = true; mouseRelease(...middle) },
+                    d: () => button.enabled = false, u: () => button.enabled = true,
+                    e: () => keyPress(Qt.Key_Return), E: () => keyRelease(Qt.Key_Return),
+                    a: () => switches.repeatKey(scene, Qt.Key_Return), x: () => scene.forceActiveFocus(),
+                }
+                scene.calls = []
+                button.forceActiveFocus()
+                began = Date.now()
+                trace = steps.map(step => {
+                    waits[step] ? wait(waits[step]) : act[step]()
+                    return button.state[0] + scene.calls.filter(call => call === "action").length
+                }).join(" ")
+                button.destroy()
+            } while (Date.now() - began > due + 100)
+            compare(trace, data.trace)
             verify(!scene.calls.includes("key")) // what is Enter's never gets behind the button
         }
 
