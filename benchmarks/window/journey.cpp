@@ -62,7 +62,7 @@ qint64 areaOf(const QQuickItem& item) {
 /// Where a busy ring turns; nowhere if none does.
 QRect ringPlace(const QQuickWindow& window) {
     for (const QQuickItem* const item : visibleItems(*window.contentItem())) {
-        if (item->inherits("QQuickBusyIndicator"))
+        if (item->property("inverted").isValid())
             return placeOf(*item);
     }
     return {};

@@ -11,7 +11,12 @@ PushButton {
     // Pixels; 0 is the icon's own size.
     property real imageSize: 0
 
-    contentItem: Image {
+    implicitContentWidth: icon.implicitWidth
+    implicitContentHeight: icon.implicitHeight
+
+    Image {
+        id: icon
+        anchors.fill: parent
         fillMode: Image.Pad
         sourceSize: control.imageSize > 0 ? Qt.size(control.imageSize, control.imageSize) : undefined
         source: Global.imageForScreen(!control.enabled && control.disabledImage ? control.disabledImage

@@ -14,8 +14,11 @@ PushButton {
 
     leftPadding: Global.mm(1)
     rightPadding: Global.mm(1)
+    implicitContentWidth: label.implicitWidth
+    implicitContentHeight: label.implicitHeight
 
-    background: Item {
+    Item {
+        anchors.fill: parent
         clip: true
 
         Rectangle {
@@ -33,7 +36,11 @@ PushButton {
             color: control.held ? GlobalValues.defaultHoveredColor : GlobalValues.defaultBackgroundColor
         }
     }
-    contentItem: StyledText {
+    StyledText {
+        id: label
+        anchors.fill: parent
+        anchors.leftMargin: control.leftPadding
+        anchors.rightMargin: control.rightPadding
         text: control.text
         fontStyle: control.fontStyle
         font.capitalization: Font.AllUppercase

@@ -22,10 +22,25 @@ Item {
 
         property real radius
         property real borderWidth
+        property bool wasLong: false
+
+        signal pressAndHold()
 
         width: Global.mm(14)
         height: parent.height
-        background: Item {
+        onPressedChanged: if (pressed) wasLong = false
+
+        Timer {
+            interval: Application.styleHints.mousePressAndHoldInterval
+            running: button.down
+            onTriggered: {
+                button.wasLong = true
+                button.pressAndHold()
+            }
+        }
+        Item {
+            anchors.fill: parent
+            z: -1
             clip: true
 
             Rectangle {
@@ -62,7 +77,7 @@ Item {
         pressedImage: Global.getInvertedImage("scroll_up")
         disabledImage: Global.getNormalImage("scroll_up_disabled")
         text: qsTr("@ScrollUp")
-        onClicked: assistant.scrollUp()
+        onClicked: if (!wasLong) assistant.scrollUp()
         onPressAndHold: assistant.scrollBegin()
     }
     Button {
@@ -75,7 +90,7 @@ Item {
         pressedImage: Global.getInvertedImage("scroll_down")
         disabledImage: Global.getNormalImage("scroll_down_disabled")
         text: qsTr("@ScrollDown")
-        onClicked: assistant.scrollDown()
+        onClicked: if (!wasLong) assistant.scrollDown()
         onPressAndHold: assistant.scrollEnd()
     }
 }

@@ -1,8 +1,7 @@
 import QtQuick
-import QtQuick.Templates as T
 
 // Shows which part of something long is to be seen. Lengths in pixels.
-T.ScrollIndicator {
+Item {
     id: control
 
     // What is shown in part. Without it the thumb is set by hand.
@@ -13,16 +12,15 @@ T.ScrollIndicator {
     property real thumbOffset: flickable ? flickable.visibleArea.yPosition * length : 0
 
     // Clear of the frame at whose edge it stands.
-    width: GlobalValues.scrollIndicatorThickness + rightPadding
-    rightPadding: GlobalValues.scrollIndicatorSideMargin
+    width: GlobalValues.scrollIndicatorThickness + GlobalValues.scrollIndicatorSideMargin
     height: length
     Accessible.ignored: true
-    // In whole pixels: the screen has no others.
-    size: length > 0 ? Math.min(1, Math.round(thumbLength) / length) : 1
-    position: length > 0 ? Math.max(0, Math.round(Math.min(thumbOffset, length - thumbLength))) / length : 0
 
-    contentItem: Rectangle {
-        implicitWidth: GlobalValues.scrollIndicatorThickness
+    Rectangle {
+        // In whole pixels: the screen has no others.
+        y: Math.max(0, Math.round(Math.min(control.thumbOffset, control.length - control.thumbLength)))
+        width: GlobalValues.scrollIndicatorThickness
+        height: Math.min(control.length, Math.round(control.thumbLength))
         radius: width / 2
         color: GlobalValues.defaultTextColor
     }

@@ -8,11 +8,18 @@ PushButton {
 
     leftPadding: Global.mm(1)
     rightPadding: Global.mm(1)
+    implicitContentWidth: label.implicitWidth
+    implicitContentHeight: label.implicitHeight
 
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         color: control.held ? GlobalValues.defaultHoveredColor : "transparent"
     }
-    contentItem: StyledText {
+    StyledText {
+        id: label
+        anchors.fill: parent
+        anchors.leftMargin: control.leftPadding
+        anchors.rightMargin: control.rightPadding
         text: control.text
         fontStyle: control.fontStyle
         font.capitalization: Font.AllUppercase

@@ -59,10 +59,14 @@ FocusScope {
             padding: Global.mm(1)
             text: modelData.title
             Accessible.description: modelData.author
-            background: Rectangle {
+
+            Rectangle {
+                anchors.fill: parent
                 color: entry.held ? GlobalValues.defaultHoveredColor : "transparent"
             }
-            contentItem: Item {
+            Item {
+                anchors.fill: parent
+                anchors.margins: entry.padding
                 Image {
                     id: mark
                     anchors.verticalCenter: parent.verticalCenter
