@@ -62,7 +62,7 @@ qint64 areaOf(const QQuickItem& item) {
 /// Where a busy ring turns; nowhere if none does.
 QRect ringPlace(const QQuickWindow& window) {
     for (const QQuickItem* const item : visibleItems(*window.contentItem())) {
-        if (item->property("inverted").isValid())
+        if (item->inherits("QQuickBusyIndicator"))
             return placeOf(*item);
     }
     return {};

@@ -147,7 +147,7 @@ FocusScope {
                         pressedImage: Global.getNormalImage("checkbox_square_on_inv")
                         disabledImage: Global.getNormalImage("checkbox_square_on_disabled")
                         text: wrapper.title
-                        Accessible.ignored: true // the loader speaks instead
+                        Accessible.ignored: true // a button's role can't be changed
                         onClicked: wrapper.toggleSelection()
                     }
                 }

@@ -11,12 +11,7 @@ PushButton {
     // Pixels; 0 is the icon's own size.
     property real imageSize: 0
 
-    implicitContentWidth: icon.implicitWidth
-    implicitContentHeight: icon.implicitHeight
-
-    Image {
-        id: icon
-        anchors.fill: parent
+    contentItem: Image {
         fillMode: Image.Pad
         sourceSize: control.imageSize > 0 ? Qt.size(control.imageSize, control.imageSize) : undefined
         source: Global.imageForScreen(!control.enabled && control.disabledImage ? control.disabledImage

@@ -8,8 +8,6 @@ PushButton {
     property string image
     property bool interactive: true
     property int fontStyle: FontStyles.Body
-    property font font
-    property real spacing: image ? Global.mm(2) : 0
     property color textColor: GlobalValues.defaultTextColor
     property int alignment: Qt.AlignLeft
 
@@ -22,21 +20,14 @@ PushButton {
     font.pointSize: FontStyles.pointSizes[fontStyle]
     font.bold: FontStyles.bold[fontStyle]
     padding: Global.mm(interactive ? 1 : 0)
-    implicitContentWidth: label.implicitWidth
-    implicitContentHeight: label.implicitHeight
-    Accessible.ignored: !interactive // its label speaks instead
+    spacing: image ? Global.mm(2) : 0
+    Accessible.ignored: !interactive // a button's role can't be changed: its label speaks instead
 
-    Rectangle {
-        anchors.fill: parent
+    background: Rectangle {
         color: control.held ? GlobalValues.defaultHoveredColor : "transparent"
         radius: GlobalValues.listElementHoverFrameBorderRadius
     }
-    IconLabel {
-        id: label
-        anchors.fill: parent
-        anchors.margins: control.padding
-        anchors.leftMargin: control.leftPadding
-        anchors.rightMargin: control.rightPadding
+    contentItem: IconLabel {
         icon: !control.image ? "" : control.held ? Global.getInvertedImage(control.image)
                                   : Global.getNormalImage(control.image + (control.unusable ? "_disabled" : ""))
         text: control.text

@@ -14,11 +14,8 @@ PushButton {
 
     leftPadding: Global.mm(1)
     rightPadding: Global.mm(1)
-    implicitContentWidth: label.implicitWidth
-    implicitContentHeight: label.implicitHeight
 
-    Item {
-        anchors.fill: parent
+    background: Item {
         clip: true
 
         Rectangle {
@@ -36,11 +33,7 @@ PushButton {
             color: control.held ? GlobalValues.defaultHoveredColor : GlobalValues.defaultBackgroundColor
         }
     }
-    StyledText {
-        id: label
-        anchors.fill: parent
-        anchors.leftMargin: control.leftPadding
-        anchors.rightMargin: control.rightPadding
+    contentItem: StyledText {
         text: control.text
         fontStyle: control.fontStyle
         font.capitalization: Font.AllUppercase

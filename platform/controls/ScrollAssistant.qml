@@ -22,25 +22,10 @@ Item {
 
         property real radius
         property real borderWidth
-        property bool wasLong: false
-
-        signal pressAndHold()
 
         width: Global.mm(14)
         height: parent.height
-        onPressedChanged: if (pressed) wasLong = false
-
-        Timer {
-            interval: Application.styleHints.mousePressAndHoldInterval
-            running: button.down
-            onTriggered: {
-                button.wasLong = true
-                button.pressAndHold()
-            }
-        }
-        Item {
-            anchors.fill: parent
-            z: -1
+        background: Item {
             clip: true
 
             Rectangle {
@@ -77,7 +62,7 @@ Item {
         pressedImage: Global.getInvertedImage("scroll_up")
         disabledImage: Global.getNormalImage("scroll_up_disabled")
         text: qsTr("@ScrollUp")
-        onClicked: if (!wasLong) assistant.scrollUp()
+        onClicked: assistant.scrollUp()
         onPressAndHold: assistant.scrollBegin()
     }
     Button {
@@ -90,7 +75,7 @@ Item {
         pressedImage: Global.getInvertedImage("scroll_down")
         disabledImage: Global.getNormalImage("scroll_down_disabled")
         text: qsTr("@ScrollDown")
-        onClicked: if (!wasLong) assistant.scrollDown()
+        onClicked: assistant.scrollDown()
         onPressAndHold: assistant.scrollEnd()
     }
 }

@@ -1,7 +1,8 @@
 import QtQuick
+import QtQuick.Templates as T
 
 // Shows which part of something long is to be seen. Lengths in pixels.
-Item {
+T.ScrollIndicator {
     id: control
 
     // What is shown in part. Without it the thumb is set by hand.
@@ -12,15 +13,16 @@ Item {
     property real thumbOffset: flickable ? flickable.visibleArea.yPosition * length : 0
 
     // Clear of the frame at whose edge it stands.
-    width: GlobalValues.scrollIndicatorThickness + GlobalValues.scrollIndicatorSideMargin
+    width: GlobalValues.scrollIndicatorThickness + rightPadding
+    rightPadding: GlobalValues.scrollIndicatorSideMargin
     height: length
     Accessible.ignored: true
+    // In whole pixels: the screen has no others.
+    size: length > 0 ? Math.min(1, Math.round(thumbLength) / length) : 1
+    position: length > 0 ? Math.max(0, Math.round(Math.min(thumbOffset, length - thumbLength))) / length : 0
 
-    Rectangle {
-        // In whole pixels: the screen has no others.
-        y: Math.max(0, Math.round(Math.min(control.thumbOffset, control.length - control.thumbLength)))
-        width: GlobalValues.scrollIndicatorThickness
-        height: Math.min(control.length, Math.round(control.thumbLength))
+    contentItem: Rectangle {
+        implicitWidth: GlobalValues.scrollIndicatorThickness
         radius: width / 2
         color: GlobalValues.defaultTextColor
     }

@@ -8,18 +8,11 @@ PushButton {
 
     leftPadding: Global.mm(1)
     rightPadding: Global.mm(1)
-    implicitContentWidth: label.implicitWidth
-    implicitContentHeight: label.implicitHeight
 
-    Rectangle {
-        anchors.fill: parent
+    background: Rectangle {
         color: control.held ? GlobalValues.defaultHoveredColor : "transparent"
     }
-    StyledText {
-        id: label
-        anchors.fill: parent
-        anchors.leftMargin: control.leftPadding
-        anchors.rightMargin: control.rightPadding
+    contentItem: StyledText {
         text: control.text
         fontStyle: control.fontStyle
         font.capitalization: Font.AllUppercase

@@ -52,7 +52,7 @@ Page {
                 required property int index
 
                 width: GlobalValues.touchTarget
-                down: index === 1
+                down: index === 1 ? true : undefined
                 enabled: index !== 3
                 image: Global.getNormalImage(modelData)
                 pressedImage: Global.getInvertedImage(modelData)

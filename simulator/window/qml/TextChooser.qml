@@ -59,14 +59,10 @@ FocusScope {
             padding: Global.mm(1)
             text: modelData.title
             Accessible.description: modelData.author
-
-            Rectangle {
-                anchors.fill: parent
+            background: Rectangle {
                 color: entry.held ? GlobalValues.defaultHoveredColor : "transparent"
             }
-            Item {
-                anchors.fill: parent
-                anchors.margins: entry.padding
+            contentItem: Item {
                 Image {
                     id: mark
                     anchors.verticalCenter: parent.verticalCenter
