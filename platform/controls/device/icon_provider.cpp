@@ -4,7 +4,6 @@
 
 #include <QFile>
 #include <QPainter>
-#include <QRegularExpression>
 #include <QSvgRenderer>
 
 namespace tessaly::controls {
@@ -77,11 +76,9 @@ IconProvider::IconProvider(bool onDisc)
     , m_onDisc(onDisc) {}
 
 QImage IconProvider::requestImage(const QString& id, QSize* size, const QSize& requestedSize) {
-    static const QRegularExpression density(QStringLiteral("\\?([0-9.]+)"));
-    const auto match = density.match(id);
-    const QString name = QString(id).remove(density);
-    const double dpi =
-        match.hasMatch() ? match.captured(1).toDouble() : DeviceInfoProvider::instance()->dpi();
+    const QString name = id.section(u'?', 0, 0);
+    const double density = id.section(u'?', 1).toDouble(); // 0 if there is none
+    const double dpi = density > 0 && qIsFinite(density) ? density : DeviceInfoProvider::instance()->dpi();
     const auto draw = [&](const char* suffix, QRgb color) {
         return renderIcon(name.chopped(qsizetype(qstrlen(suffix))), dpi, requestedSize, color);
     };
