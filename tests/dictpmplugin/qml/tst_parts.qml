@@ -216,7 +216,7 @@ Item {
             tryVerify(download)
             mouseClick(download())
             tap(qsTr("@Close"))
-            verify(shows(qsTr("@DoYouWantToStopTheDownload")))
+            tryVerify(() => shows(qsTr("@DoYouWantToStopTheDownload")))
             tap(qsTr("@ContinueDownloading"))
             tryVerify(() => !question())
 
