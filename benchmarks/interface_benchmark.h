@@ -17,8 +17,7 @@ Measurement measureMemory();
 /// Milliseconds of processor time from the start of the program's main() to that frame, likewise.
 Measurement measureColdStart();
 
-/// Milliseconds of processor time until the interface that was hidden shows its rows again, against the first
-/// time.
+/// Milliseconds of processor time until the hidden interface shows its rows again, against the first time.
 Measurement measureFirstFrameAgain();
 
 /// Milliseconds of processor time, of the median page, from the page key to the frame with the next page,

@@ -1,6 +1,5 @@
 // tessaly-fuzz-seeds FOLDER: makes the targets' first inputs, in FOLDER/seeds/TARGET, of what the real server
-// sends, and in FOLDER/attacks/TARGET files that once were too much for a device, most of them too long to be
-// varied.
+// sends, and in FOLDER/attacks/TARGET files that once were too much for a device, most too long to be varied.
 
 #include <simulator/fixture/test_device.h>
 #include <tests/platform/programs/package_builder.h>

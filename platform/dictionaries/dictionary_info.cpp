@@ -13,8 +13,7 @@ namespace {
 
 using Records = std::vector<DictionaryInfo>;
 
-/// The records of a list of which no two are equal: each one's first, in the list's order, found by server
-/// number.
+/// The records of a list without repetitions, in the list's order, found by their server numbers.
 class DistinctRecords {
 public:
     DistinctRecords(Records& records, const DictionaryInfo::Equal& equal)

@@ -32,8 +32,7 @@ std::string part(CURLU* url, CURLUPart which) {
     return text;
 }
 
-/// Where a request for this URL goes, as libcurl sees it: "SCHEME://HOST:PORT". Empty if it isn't a whole
-/// URL.
+/// Where a request for this URL goes, as libcurl sees it: "SCHEME://HOST:PORT". Empty if it isn't a URL.
 std::string urlOrigin(const std::string& url) {
     const std::unique_ptr<CURLU, void (*)(CURLU*)> parsed(curl_url(), curl_url_cleanup);
     // A URL without a scheme is libcurl's to guess at; it takes it for http in most cases.

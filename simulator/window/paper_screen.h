@@ -17,8 +17,7 @@ class PaperScreen : public QQuickPaintedItem {
     QML_ELEMENT
     /// What the device draws.
     Q_PROPERTY(QQuickItem* screen MEMBER m_screen NOTIFY screenChanged)
-    /// The fast mode: pure black and white, in half the time. At its end everything is drawn anew, with a
-    /// flash.
+    /// The fast mode: pure black and white, in half the time. Its end draws everything anew, with a flash.
     Q_PROPERTY(bool fast READ isFast WRITE setFast NOTIFY fastChanged)
     /// Since the user's last key or touch: how often something was drawn, and how many screens that is.
     Q_PROPERTY(int updates READ updates NOTIFY updated)

@@ -192,8 +192,7 @@ private Q_SLOTS:
         QCOMPARE(m_watch->lines(u"DataManager::netConnect()` call time: "_qs).size(), 2);
     }
 
-    /// One connection in the life of the process, whose first catalogue refreshes the list, until it is
-    /// closed.
+    /// One connection in a process's life, whose first catalogue refreshes the list, until it is closed.
     void connectsInTheBackground() {
         close();
         for (const auto& text : {u"is still in use"_qs, u"database not open"_qs,

@@ -7,8 +7,7 @@
 namespace tessaly::controls {
 
 /// Moves the key focus through the rows of a ListView with Up and Down, past rows that can't take it
-/// (disabled ones and those without height). At the ends the keys are left to the view's own handlers. GUI
-/// thread.
+/// (disabled ones, those without height). At the ends the keys are left to the view's handlers. GUI thread.
 class ListBehaviour : public QObject {
     Q_OBJECT
     QML_ELEMENT
