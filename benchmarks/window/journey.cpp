@@ -245,8 +245,7 @@ int stayIdle() {
         wait(milliseconds);
         return events;
     };
-    constexpr int momentMs = 100; // long enough to be waited for
-    const int ofWaiting = eventsIn(momentMs);
+    const int ofWaiting = eventsIn(1);
     std::printf("%d %d\n", eventsIn(idleSeconds * 1000) - ofWaiting, idleSeconds);
     return 0;
 }
