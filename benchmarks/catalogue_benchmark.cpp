@@ -1,5 +1,4 @@
-#include "catalogue_benchmark.h"
-
+#include "benchmarks.h"
 #include "compare.h"
 
 #include <dictpmplugin/db/catalogue_file.h>

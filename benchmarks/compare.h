@@ -1,6 +1,6 @@
 #pragma once
 
-#include "measurement.h"
+#include "benchmarks.h"
 
 #include <algorithm>
 #include <ctime>

@@ -1,4 +1,4 @@
-#include "download_benchmark.h"
+#include "benchmarks.h"
 
 #include <simulator/fixture/loopback_server.h>
 #include <utilities/sync_downloader.h>

@@ -1,5 +1,4 @@
-#include "grouping_benchmark.h"
-
+#include "benchmarks.h"
 #include "compare.h"
 
 #include <dictpmplugin/languageheaderinjectorproxymodel.h>

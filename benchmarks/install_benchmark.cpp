@@ -1,4 +1,4 @@
-#include "install_benchmark.h"
+#include "benchmarks.h"
 
 #include <programs/package_builder.h>
 #include <simulator/fixture/test_device.h>

@@ -1,5 +1,4 @@
-#include "interface_benchmark.h"
-
+#include "benchmarks.h"
 #include "installed_dictionaries.h"
 
 #include <simulator/fixture/loopback_server.h>

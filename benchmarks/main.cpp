@@ -1,13 +1,7 @@
 // Measures the product against references in the same run: a table, and what misses its bound, on stdout; the
 // same figures as JSON. Only what the product and Qt log goes to stderr.
 
-#include "catalogue_benchmark.h"
-#include "download_benchmark.h"
-#include "grouping_benchmark.h"
-#include "install_benchmark.h"
-#include "interface_benchmark.h"
-#include "measurement.h"
-#include "refresh_benchmark.h"
+#include "benchmarks.h"
 
 #include <QCoreApplication>
 #include <QHash>

@@ -1,5 +1,4 @@
-#include "refresh_benchmark.h"
-
+#include "benchmarks.h"
 #include "compare.h"
 #include "installed_dictionaries.h"
 #include "sqlite.h"

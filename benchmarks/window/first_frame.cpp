@@ -1,5 +1,4 @@
-#include "first_frame.h"
-
+#include "modes.h"
 #include "window.h"
 
 #include <QCoreApplication>

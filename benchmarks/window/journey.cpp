@@ -1,5 +1,4 @@
-#include "journey.h"
-
+#include "modes.h"
 #include "window.h"
 
 #include <simulator/fixture/frame_changes.h>

@@ -1,8 +1,6 @@
 // A window for tessaly-bench to measure, in a process of its own.
 
-#include "first_frame.h"
-#include "journey.h"
-#include "page_scroll.h"
+#include "modes.h"
 
 #include <QGuiApplication>
 #include <QStringList>

@@ -1,5 +1,4 @@
-#include "page_scroll.h"
-
+#include "modes.h"
 #include "window.h"
 
 #include <cstdio>
