@@ -1,5 +1,6 @@
 #pragma once
 
+#include <base/library.h>
 #include <utilities/http_client.h>
 #include <utilities/sync_downloader.h>
 #include <utilities/url.h>
@@ -24,7 +25,12 @@ struct TransferProgress {
 class WebAccess {
 public:
     /// Throws std::runtime_error if it can't be loaded.
-    static const WebAccess& instance();
+    static const WebAccess& instance() {
+        using Access = const WebAccess*();
+        static const WebAccess& loaded =
+            *reinterpret_cast<Access*>(base::loadSymbol("tessaly_curl", "tessaly_webAccess"))();
+        return loaded;
+    }
 
     WebAccess() = default;
     virtual ~WebAccess() = default;

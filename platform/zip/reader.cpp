@@ -3,6 +3,7 @@
 #include <archive.h>
 #include <archive_entry.h>
 #include <array>
+#include <base/file.h>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -58,20 +59,29 @@ base::FileDescriptor openPlainFile(const std::string& hostPath) {
                 std::string("The archive is damaged: ") + (reason ? reason : "unknown error"));
 }
 
-} // namespace
+class ArchiveReader final : public Reader {
+public:
+    explicit ArchiveReader(const std::string& hostPath);
 
-Error::~Error() = default;
+    [[nodiscard]] std::optional<Entry> next() override;
+    [[nodiscard]] std::size_t read(std::span<char> buffer) override;
+    void rewind() override;
 
-void Reader::Free::operator()(archive* handle) const {
-    archive_read_free(handle);
-}
+private:
+    struct Free {
+        void operator()(archive* handle) const { archive_read_free(handle); }
+    };
 
-Reader::Reader(const std::string& hostPath)
+    base::FileDescriptor m_file;
+    std::unique_ptr<archive, Free> m_archive;
+};
+
+ArchiveReader::ArchiveReader(const std::string& hostPath)
     : m_file(openPlainFile(hostPath)) {
-    rewind();
+    ArchiveReader::rewind();
 }
 
-void Reader::rewind() {
+void ArchiveReader::rewind() {
     m_archive.reset(archive_read_new());
     if (!m_archive)
         throw std::bad_alloc();
@@ -84,7 +94,7 @@ void Reader::rewind() {
         refuse(m_archive.get());
 }
 
-std::optional<Reader::Entry> Reader::next() {
+std::optional<Reader::Entry> ArchiveReader::next() {
     archive_entry* entry = nullptr;
     const int result = archive_read_next_header(m_archive.get(), &entry);
     if (result == ARCHIVE_EOF)
@@ -98,11 +108,18 @@ std::optional<Reader::Entry> Reader::next() {
     return Entry{std::move(name), archive_entry_size(entry)};
 }
 
-std::size_t Reader::read(std::span<char> buffer) {
+std::size_t ArchiveReader::read(std::span<char> buffer) {
     const la_ssize_t count = archive_read_data(m_archive.get(), buffer.data(), buffer.size());
     if (count < 0)
         refuse(m_archive.get());
     return std::size_t(count);
 }
 
+} // namespace
+
 } // namespace tessaly::zip
+
+/// Found by its name (Reader::open()).
+extern "C" [[gnu::visibility("default")]] tessaly::zip::Reader* tessaly_openArchive(const std::string& path) {
+    return std::make_unique<tessaly::zip::ArchiveReader>(path).release();
+}

@@ -73,12 +73,12 @@ void finish(const fs::path& ready) {
 
 void unpackLanguage(const std::string& archive, const std::string& language, const std::string& directory) {
     std::set<std::string> missing{language + ".aff", language + ".dic"};
-    zip::Reader reader(archive);
-    while (const auto entry = reader.next()) {
+    const auto reader = zip::Reader::open(archive);
+    while (const auto entry = reader->next()) {
         require(missing.erase(entry->name) == 1, "the archive holds \"" + entry->name +
                                                      "\", which isn't of \"" + language +
                                                      "\" or is there twice");
-        unpackEntry(reader, entry->name, directory + '/' + entry->name);
+        unpackEntry(*reader, entry->name, directory + '/' + entry->name);
     }
     require(missing.empty(), "the archive lacks a file of \"" + language + '"');
 }

@@ -54,22 +54,22 @@ struct PackageReader::Listing {
 };
 
 PackageReader::PackageReader(const std::string& hostPath)
-    : m_archive(reading([&] { return zip::Reader(hostPath); })) {
+    : m_archive(reading([&] { return zip::Reader::open(hostPath); })) {
     const Listing listing = reading([this] { return readListing(); });
     if (!listing.manifest)
         throw Failure(Code::NoManifest, "The package has no manifest");
     m_manifest = parseManifest(*listing.manifest);
     requireListedFiles(listing);
-    reading([this] { m_archive.rewind(); });
+    reading([this] { m_archive->rewind(); });
 }
 
 PackageReader::Listing PackageReader::readListing() {
     Listing listing;
-    while (const auto entry = m_archive.next()) {
+    while (const auto entry = m_archive->next()) {
         bool isNew = false;
         if (entry->name == manifestName) {
             isNew = !listing.manifest;
-            listing.manifest = readManifest(m_archive);
+            listing.manifest = readManifest(*m_archive);
         } else {
             isNew = listing.sizes.emplace(entry->name, entry->size).second;
         }
@@ -94,9 +94,9 @@ void PackageReader::requireListedFiles(const Listing& listing) const {
 }
 
 std::optional<std::size_t> PackageReader::nextFile() {
-    auto entry = reading([this] { return m_archive.next(); });
+    auto entry = reading([this] { return m_archive->next(); });
     if (entry && entry->name == manifestName)
-        entry = reading([this] { return m_archive.next(); });
+        entry = reading([this] { return m_archive->next(); });
     if (!entry)
         return std::nullopt;
     const auto& files = m_manifest.files;
@@ -108,7 +108,7 @@ std::optional<std::size_t> PackageReader::nextFile() {
 }
 
 std::size_t PackageReader::read(std::span<char> buffer) {
-    return reading([&] { return m_archive.read(buffer); });
+    return reading([&] { return m_archive->read(buffer); });
 }
 
 } // namespace tessaly::installer

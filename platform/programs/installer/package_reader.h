@@ -3,6 +3,7 @@
 #include "manifest.h"
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -32,7 +33,7 @@ private:
     [[nodiscard]] Listing readListing();
     void requireListedFiles(const Listing& listing) const;
 
-    zip::Reader m_archive;
+    std::unique_ptr<zip::Reader> m_archive;
     Manifest m_manifest;
 };
 
