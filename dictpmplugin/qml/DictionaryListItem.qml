@@ -101,7 +101,7 @@ FocusScope {
 
             HeldKey {
                 id: row_keys
-                keys: [Qt.Key_Return, Qt.Key_Enter, Qt.Key_Left, Qt.Key_Right]
+                sideways: true
                 onActed: key => {
                     if (key === Qt.Key_Left || key === Qt.Key_Right)
                         wrapper.setInfoSelect(true)
@@ -217,7 +217,8 @@ FocusScope {
 
                 HeldKey {
                     id: info_keys
-                    keys: [Qt.Key_Left, Qt.Key_Right]
+                    enters: false
+                    sideways: true
                     onActed: wrapper.setInfoSelect(false)
                 }
             }

@@ -9,7 +9,6 @@ PushButton {
     property bool interactive: true
     property int fontStyle: FontStyles.Body
     property color textColor: GlobalValues.defaultTextColor
-    property int alignment: Qt.AlignLeft
 
     readonly property bool unusable: interactive && !enabled
 
@@ -35,7 +34,6 @@ PushButton {
         textColor: control.held ? GlobalValues.defaultBackgroundColor
                  : control.unusable ? FontStyles.disabledTextColor : control.textColor
         spacing: control.spacing
-        centred: control.alignment & Qt.AlignHCenter
         Accessible.ignored: control.interactive
         Accessible.role: Accessible.StaticText
         Accessible.name: control.text

@@ -45,13 +45,13 @@ QtObject {
     function showLoader(loader) {
         if (loader.visible)
             loader.active = true
-        if (loader.visible && loader.status === Loader.Ready)
+        if (loader.visible && loader.item)
             loader.shown()
     }
 
     // Gives the focus to the first of the loaders' items that is to be seen, unless it has it; tells whether there is one.
     function focusFirstShown(loaders): bool {
-        const first = loaders.find(loader => loader.visible && loader.status === Loader.Ready)
+        const first = loaders.find(loader => loader.visible && loader.item)
         if (first && !first.item.activeFocus)
             first.item.forceActiveFocus()
         return first !== undefined

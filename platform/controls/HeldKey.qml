@@ -3,7 +3,9 @@ import QtQuick
 // Keys that act when they are let go. A release belongs to whoever had the focus when the key went down: the item around
 // hands on its presses and releases, and calls `drop` when it loses the focus.
 QtObject {
-    property var keys: [Qt.Key_Return, Qt.Key_Enter]
+    // Which keys: Return and Enter, Left and Right.
+    property bool enters: true
+    property bool sideways: false
     // Whether a press counts. What isn't counted is consumed all the same.
     property bool enabled: true
     // The key that is down; 0 is none.
@@ -11,8 +13,13 @@ QtObject {
 
     signal acted(int key)
 
+    function isOne(key: int): bool {
+        return (enters && (key === Qt.Key_Return || key === Qt.Key_Enter))
+               || (sideways && (key === Qt.Key_Left || key === Qt.Key_Right))
+    }
+
     function press(event) {
-        if (!keys.includes(event.key))
+        if (!isOne(event.key))
             return
         event.accepted = true
         if (enabled && !event.isAutoRepeat)
@@ -20,7 +27,7 @@ QtObject {
     }
 
     function release(event) {
-        if (!keys.includes(event.key))
+        if (!isOne(event.key))
             return
         event.accepted = true
         if (event.isAutoRepeat || event.key !== key)

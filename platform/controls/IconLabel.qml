@@ -9,14 +9,12 @@ Item {
     property alias textColor: label.color
     property alias font: label.font
     property real spacing: 0
-    property bool centred: false
 
     implicitWidth: image.width + spacing + label.implicitWidth
     implicitHeight: Math.max(image.height, label.implicitHeight)
 
     Image {
         id: image
-        x: root.centred ? Math.max(0, Math.round((root.width - root.implicitWidth) / 2)) : 0
         // Not higher than the letters beside it.
         height: Math.min(implicitHeight, Math.ceil(0.8 * label.implicitHeight))
         width: root.icon ? implicitWidth * height / Math.max(1, implicitHeight) : 0

@@ -6,6 +6,6 @@ Loader {
     id: loader
 
     readonly property SleepGuard sleepGuard: SleepGuard {
-        active: loader.visible && loader.status === Loader.Ready
+        active: loader.visible && loader.item !== null
     }
 }
