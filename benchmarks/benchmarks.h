@@ -31,8 +31,8 @@ Measurement measureMergeGrowth();
 /// record, against opening those 250 and reading their metadata with plain SQLite calls.
 Measurement measureRefresh500();
 
-/// MB/s of the downloader, checksum included, against the curl program without one: a file of 64 MB from a
-/// server in this process. More is better. Works in a device root of its own.
+/// MB/s of the downloader, the check of the manifest included, against the curl program: a package of 64 MB
+/// from a server in this process. More is better. Works in a device root of its own.
 Measurement measureDownload();
 
 /// Seconds that the installer takes for a package of 16 dictionaries, checks and syncing included, against

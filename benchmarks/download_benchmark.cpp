@@ -1,11 +1,12 @@
 #include "benchmarks.h"
 
+#include <server/support/files.h>
+#include <server/support/zip_writer.h>
 #include <simulator/fixture/loopback_server.h>
 #include <utilities/sync_downloader.h>
 #include <vellum/device_state.h>
 
 #include <QByteArray>
-#include <QCryptographicHash>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
@@ -19,14 +20,20 @@ namespace tessaly::benchmarks {
 namespace {
 
 constexpr int rounds = 11;
-constexpr qsizetype fileSize = qsizetype{64} << 20;
+constexpr qsizetype contentSize = qsizetype{64} << 20;
+const QByteArray manifest("{}"); // the installer's to look into
 
-QByteArray someFile() {
-    QByteArray content(fileSize, Qt::Uninitialized);
+/// The bytes of a package as the server makes them.
+QByteArray makePackage(const QString& path) {
+    QByteArray content(contentSize, Qt::Uninitialized);
     quint32 number = 1;
     for (char& c : content)
         c = static_cast<char>((number = number * 1664525 + 1013904223) >> 24);
-    return content;
+    server::ZipWriter zip(path);
+    zip.addData(QStringLiteral("manifest.json"), manifest);
+    zip.addData(QStringLiteral("Dictionary.tsdict"), content);
+    zip.commit();
+    return server::readFile(path);
 }
 
 template<class Download>
@@ -35,7 +42,7 @@ double megabytesPerSecond(Download download) {
     timer.start();
     if (!download())
         throw std::runtime_error("a download failed");
-    return double(fileSize) / 1e6 / (double(timer.nsecsElapsed()) / 1e9);
+    return double(contentSize) / 1e6 / (double(timer.nsecsElapsed()) / 1e9);
 }
 
 double median(std::vector<double> values) {
@@ -54,8 +61,9 @@ Measurement measureDownload() {
     qputenv("TESSALY_DEVICE_ROOT", root.path().toLocal8Bit());
     vellum::state::setNetworkReachable(true);
 
-    const QByteArray file = someFile();
-    const QByteArray head = "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(fileSize) + "\r\n\r\n";
+    const QByteArray file = makePackage(folder.filePath(QStringLiteral("package")));
+    const QByteArray head =
+        "HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(file.size()) + "\r\n\r\n";
     const fixture::LoopbackServer server([&](QTcpSocket& client) {
         const auto send = [&] {
             client.write(head);
@@ -65,8 +73,8 @@ Measurement measureDownload() {
         QObject::connect(&client, &QTcpSocket::readyRead, &client, send, Qt::SingleShotConnection);
     });
     const QString url = QStringLiteral("http://127.0.0.1:%1/file.tsi").arg(server.port());
-    const QByteArray checksum = QCryptographicHash::hash(file, QCryptographicHash::Sha256).toHex();
-    const std::string checkedUrl = url.toStdString() + "#sha256=" + checksum.toStdString();
+    const std::string checkedUrl =
+        url.toStdString() + "#manifest_sha256=" + server::sha256(manifest).toStdString();
 
     utilities::SyncDownloader downloader("/mnt/ext1/Downloads");
     const QString ourCopy = folder.filePath(QStringLiteral("mnt/ext1/Downloads/ours.tsi"));

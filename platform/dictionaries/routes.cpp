@@ -29,11 +29,12 @@ boost::optional<std::string> announcement(const QJsonObject& response) {
             return boost::none;
         fragment = "size=" + std::to_string(bytes);
     }
-    const QJsonValue checksum = response.value(QLatin1String("sha256"));
+    const QJsonValue checksum = response.value(QLatin1String("manifest_sha256"));
     if (!checksum.isUndefined()) {
         if (!base::Sha256::isChecksum(checksum.toString().toStdString()))
             return boost::none;
-        fragment += (fragment.empty() ? "sha256=" : "&sha256=") + checksum.toString().toStdString();
+        fragment +=
+            (fragment.empty() ? "manifest_sha256=" : "&manifest_sha256=") + checksum.toString().toStdString();
     }
     return fragment;
 }

@@ -32,11 +32,11 @@ public:
         Transfer transfer(what, progress, stop);
         if (transfer.isStopped())
             return false;
-        PartFile file(what.directory, what.name, what.source.sha256);
+        PartFile file(what.directory, what.name);
         transfer.receive(file);
         if (transfer.isStopped())
             return false;
-        file.finish();
+        file.check(what.source.manifestSha256);
         {
             const std::lock_guard lock(stopping);
             if (stop.stop_requested())

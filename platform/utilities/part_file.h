@@ -1,7 +1,6 @@
 #pragma once
 
 #include <base/file.h>
-#include <base/sha256.h>
 #include <base/staging.h>
 
 #include <string>
@@ -15,23 +14,22 @@ namespace tessaly::utilities {
 class PartFile {
 public:
     /// Starts a file. `name` is that of the finished one, within the host directory; an older one is removed.
-    /// An empty checksum isn't checked.
-    PartFile(const std::string& directory, const std::string& name, const std::string& sha256);
+    PartFile(const std::string& directory, const std::string& name);
 
     void write(std::string_view data);
 
-    /// Throws std::runtime_error if the checksum is another.
-    void finish();
+    /// Throws std::runtime_error unless the finished file is a package whose manifest has this SHA-256; empty
+    /// isn't checked. The manifest vouches for the rest, which whoever unpacks it holds against it: so each
+    /// byte is hashed once.
+    void check(const std::string& manifestSha256) const;
     /// Gives the finished file its name.
     void publish();
 
 private:
-    const std::string m_directory;
-    const std::string m_name;
-    const std::string m_sha256;
+    const std::string m_target;
     base::Staging m_staging;
+    const std::string m_path; ///< while it grows
     base::FileDescriptor m_file;
-    base::Sha256 m_checksum;
 };
 
 } // namespace tessaly::utilities

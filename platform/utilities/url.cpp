@@ -44,9 +44,9 @@ std::optional<DownloadUrl> DownloadUrl::parse(const std::string& text) {
             result.size = sizeFrom(item.substr(5));
             if (!result.size)
                 return std::nullopt;
-        } else if (item.starts_with("sha256=")) {
-            result.sha256 = lowerCase(item.substr(7));
-            if (!base::Sha256::isChecksum(result.sha256))
+        } else if (item.starts_with("manifest_sha256=")) {
+            result.manifestSha256 = lowerCase(item.substr(16));
+            if (!base::Sha256::isChecksum(result.manifestSha256))
                 return std::nullopt;
         }
     }

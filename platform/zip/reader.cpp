@@ -65,6 +65,7 @@ public:
 
     [[nodiscard]] std::optional<Entry> next() override;
     [[nodiscard]] std::size_t read(std::span<char> buffer) override;
+    [[nodiscard]] std::string readRest(std::size_t most) override;
     void rewind() override;
 
 private:
@@ -113,6 +114,15 @@ std::size_t ArchiveReader::read(std::span<char> buffer) {
     if (count < 0)
         refuse(m_archive.get());
     return std::size_t(count);
+}
+
+std::string ArchiveReader::readRest(std::size_t most) {
+    std::string rest(most, '\0');
+    std::size_t size = 0;
+    while (const std::size_t count = read(std::span(rest).subspan(size)))
+        size += count;
+    rest.resize(size);
+    return rest;
 }
 
 } // namespace

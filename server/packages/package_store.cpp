@@ -81,7 +81,8 @@ BuiltPackage buildPackage(const Order& order, DictionaryStore& store, const std:
         wait(order.extraMilliseconds, stop);
         store.require(order.records, stop);
         ZipWriter zip(order.path);
-        zip.addData(QStringLiteral("manifest.json"), makeManifest(order, store));
+        const QByteArray manifest = makeManifest(order, store);
+        zip.addData(QStringLiteral("manifest.json"), manifest);
         for (const DictionaryRecord& record : order.records) {
             if (stop.stop_requested())
                 throw Failure(QStringLiteral("stopped"));
@@ -91,10 +92,10 @@ BuiltPackage buildPackage(const Order& order, DictionaryStore& store, const std:
         if (order.fault == u"hostile")
             addHostileEntries(zip, order);
         zip.commit();
-        return {{}, zip.size(), zip.sha256()};
+        return {{}, zip.size(), zip.sha256(), sha256(manifest)};
     } catch (const Failure& failure) {
         qWarning().noquote() << "package" << order.number << "failed:" << failure.message();
-        return {failure.message(), 0, {}};
+        return {failure.message(), 0, {}, {}};
     }
 }
 

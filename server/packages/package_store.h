@@ -18,6 +18,7 @@ struct BuiltPackage {
     QString error; ///< not empty: there is no package
     qint64 size = 0;
     QByteArray sha256; ///< hexadecimal
+    QByteArray manifestSha256;
 };
 
 /// A package that was asked for: a zip of a manifest and the dictionaries' files.

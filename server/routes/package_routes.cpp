@@ -69,11 +69,14 @@ Response packageState(Service& service, const QString& number, const QHttpServer
         return Response::error(500, built.error);
 
     const bool isWrong = service.control.mode(QLatin1String("package_fault")) == u"wrong_size";
-    const QByteArray sha256 = isWrong ? QByteArray(64, '0') : built.sha256;
+    const auto announced = [isWrong](const QByteArray& sha256) {
+        return QString::fromLatin1(isWrong ? QByteArray(64, '0') : sha256);
+    };
     return Response::json(
         {{QStringLiteral("url"), QStringLiteral("%1/v1/packages/%2/file.tsi").arg(service.url, number)},
          {QStringLiteral("size"), built.size + (isWrong ? 1 : 0)},
-         {QStringLiteral("sha256"), QString::fromLatin1(sha256)}});
+         {QStringLiteral("sha256"), announced(built.sha256)},
+         {QStringLiteral("manifest_sha256"), announced(built.manifestSha256)}});
 }
 
 Response packageFile(Service& service, const QString& number, const QHttpServerRequest&) {

@@ -19,7 +19,6 @@ struct Manifest {
     [[nodiscard]] std::int64_t totalSize() const;
 };
 
-inline constexpr std::size_t maxManifestBytes = std::size_t{1} << 20;
 inline constexpr std::size_t maxPackageFiles = 500;
 
 /// Throws a Failure with BadManifest.

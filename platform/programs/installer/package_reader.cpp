@@ -5,12 +5,11 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
+#include <vellum/dictionary_files.h>
 
 namespace tessaly::installer {
 
 namespace {
-
-constexpr const char* manifestName = "manifest.json";
 
 Code codeOf(zip::Error::Kind kind) {
     switch (kind) {
@@ -35,13 +34,9 @@ auto reading(const Call& call) {
 }
 
 std::string readManifest(zip::Reader& archive) {
-    std::string text(maxManifestBytes + 1, '\0');
-    std::size_t size = 0;
-    while (const std::size_t count = archive.read(std::span(text).subspan(size)))
-        size += count;
-    if (size > maxManifestBytes)
+    std::string text = archive.readRest(vellum::maxManifestBytes + 1);
+    if (text.size() > vellum::maxManifestBytes)
         throw Failure(Code::BadManifest, "The manifest is too long");
-    text.resize(size);
     return text;
 }
 
@@ -67,7 +62,7 @@ PackageReader::Listing PackageReader::readListing() {
     Listing listing;
     while (const auto entry = m_archive->next()) {
         bool isNew = false;
-        if (entry->name == manifestName) {
+        if (entry->name == vellum::manifestName) {
             isNew = !listing.manifest;
             listing.manifest = readManifest(*m_archive);
         } else {
@@ -95,7 +90,7 @@ void PackageReader::requireListedFiles(const Listing& listing) const {
 
 std::optional<std::size_t> PackageReader::nextFile() {
     auto entry = reading([this] { return m_archive->next(); });
-    if (entry && entry->name == manifestName)
+    if (entry && entry->name == vellum::manifestName)
         entry = reading([this] { return m_archive->next(); });
     if (!entry)
         return std::nullopt;

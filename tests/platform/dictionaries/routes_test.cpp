@@ -71,11 +71,13 @@ private Q_SLOTS:
             row(u"report"_qs, 200, body, "error 0");
 
         const QByteArray sha(64, 'A');
+        const QByteArray announced = "'manifest_sha256': '" + sha;
         const std::pair<QByteArray, QByteArray> addresses[] = {
             {"'url': 'http://h/f.tsi'", "http://h/f.tsi"},
             {"'url': 'https://h/f.tsi#size=1', 'size': 0", "https://h/f.tsi#size=0"},
-            {"'url': 'http://h/f', 'sha256': '" + sha + "'", "http://h/f#sha256=" + sha},
-            {"'url': 'http://h/f', 'size': 12, 'sha256': '" + sha + "'", "http://h/f#size=12&sha256=" + sha}};
+            {"'url': 'http://h/f', " + announced + "'", "http://h/f#manifest_sha256=" + sha},
+            {"'size': 12, 'url': 'http://h/f', " + announced + "'",
+             "http://h/f#size=12&manifest_sha256=" + sha}};
         for (const auto& [members, expected] : addresses)
             row(u"address"_qs, 200, '{' + members + '}', expected);
         for (const char* const members : {"", "'url': ''", "'url': 'file:///etc/passwd'", "'url': '/f.tsi'",
@@ -83,7 +85,7 @@ private Q_SLOTS:
             row(u"address"_qs, 200, '{' + QByteArray(members) + '}', "error 0");
         for (const QByteArray& member :
              {QByteArray("'size': -1"), QByteArray("'size': '12'"), QByteArray("'size': null"),
-              QByteArray("'sha256': 1"), "'sha256': '" + sha + "A'", "'sha256': '" + sha.chopped(1) + "g'"})
+              QByteArray("'manifest_sha256': 1"), announced + "A'", announced.chopped(1) + "g'"})
             row(u"address"_qs, 200, "{'url': 'http://h/f', " + member + '}', "error 0");
         for (const QString& route : {u"request"_qs, u"address"_qs, u"report"_qs})
             row(route, route == u"request" ? 202 : 200, QByteArray(100'000, ' '), "error 4");

@@ -1,3 +1,4 @@
+#include "../programs/package_builder.h"
 #include "../support/canned_server.h"
 
 #include <platform/vellum/testing.h>
@@ -25,10 +26,20 @@ Q_DECLARE_METATYPE(Fault)
 
 namespace {
 
-const QByteArray content(3'000'000, 'c');
+/// Of three million bytes; a null manifest is left out.
+QByteArray packageOf(const QByteArray& manifest) {
+    const QTemporaryDir folder;
+    tests::PackageBuilder package;
+    package.manifest = manifest;
+    package.hole = 3'000'000 - quint32(package.build().size());
+    package.write(folder.filePath(u"package"_qs));
+    return readFile(folder.filePath(u"package"_qs));
+}
 
-QByteArray checksumOf(const QByteArray& text) {
-    return QCryptographicHash::hash(text, QCryptographicHash::Sha256).toHex();
+const QByteArray content = packageOf("{}");
+
+std::string checksumOf(const QByteArray& manifest) {
+    return QCryptographicHash::hash(manifest, QCryptographicHash::Sha256).toHex().toStdString();
 }
 
 struct Progress {
@@ -66,10 +77,10 @@ private Q_SLOTS:
             QTest::addRow("%s %s: %s", address.c_str(), path.c_str(), reason)
                 << address << path << fault << QString::fromLatin1(reason);
         };
-        const std::string sha256 = checksumOf(content).toStdString();
+        const std::string sha256 = checksumOf("{}");
         add("/file", "");
-        add("/file#size=3000000&sha256=" + sha256, "");
-        add("/file#sha256=" + QString::fromStdString(sha256).toUpper().toStdString(), "");
+        add("/file#size=3000000&manifest_sha256=" + sha256, "");
+        add("/file#manifest_sha256=" + QString::fromStdString(sha256).toUpper().toStdString(), "");
         add("/file#size=3000000", "", {Kind::None, 0, 2'000'000}); // longer than the bound on other requests
         add("/file", "2000000 bytes remaining", {Kind::Close, 1'000'000});
         add("/file", "Recv failure", {Kind::Reset, 1'000'000});
@@ -78,8 +89,10 @@ private Q_SLOTS:
         add("/file#size=5", "announces 3000000 bytes instead of 5");
         add("/huge", "Maximum file size exceeded");
         add("/open#size=5", "shorter than announced");
-        add("/file#sha256=" + checksumOf("other").toStdString(), "checksum is wrong");
-        add("/file#sha256=abc", "makes no sense");
+        add("/file#manifest_sha256=" + checksumOf("other"), "checksum is wrong");
+        add("/bare#manifest_sha256=" + checksumOf({}), "no manifest");
+        add("/other#manifest_sha256=" + checksumOf({}), "no directory at its end");
+        add("/file#manifest_sha256=abc", "makes no sense");
         add("/file#size=-1", "makes no sense");
         add("/file#size=2199023255552", "makes no sense");
         add("/missing", "status 404");
@@ -211,7 +224,7 @@ private Q_SLOTS:
         });
         vellum::clock::setSpeed(20);
         const std::string url = "http://127.0.0.1:" + std::to_string(server->port()) +
-                                "/file#size=3000000&sha256=" + checksumOf(content).toStdString();
+                                "/file#size=3000000&manifest_sha256=" + checksumOf("{}");
         const bool isWhole = m_downloader->Download(url, "/file.tsi", 0, "label");
         vellum::clock::setSpeed(1);
         server.reset(); // joins what writes to `seen`
@@ -261,6 +274,7 @@ private:
         {"/file", tests::CannedServer::ok(content.toStdString())},
         {"/tagged", tests::CannedServer::withBody("200 OK\r\nETag: \"e\"", content.toStdString())},
         {"/other", tests::CannedServer::ok(std::string(2'000'000, 'o'))},
+        {"/bare", tests::CannedServer::ok(packageOf({}).toStdString())},
         {"/open", "HTTP/1.1 200 OK\r\n\r\nfour"},
         {"/huge", "HTTP/1.1 200 OK\r\nContent-Length: 5000000000\r\n\r\nand so on"},
         {"/missing", tests::CannedServer::withBody("404 Not Found", "none")},

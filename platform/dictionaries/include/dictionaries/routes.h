@@ -35,7 +35,7 @@ requestDictionariesDownload(const std::string& ids, const std::string& baseUrl,
                             const std::stop_token& stop = {});
 
 /// Where the package can be fetched; ApiError::Wait while it is still being built. The URL carries the
-/// announced size and checksum in its fragment, where the downloader finds them.
+/// announced size and the manifest's checksum in its fragment, where the downloader finds them.
 TESSALY_DICTIONARIES_API Either<ApiError, std::string>
 getDictionariesDownloadUrl(long long taskId, const std::string& baseUrl, const std::stop_token& stop = {});
 

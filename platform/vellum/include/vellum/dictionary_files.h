@@ -3,6 +3,7 @@
 #include <vellum/export.h>
 
 #include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -15,6 +16,10 @@ inline constexpr std::array<std::string_view, 4> dictionaryFolders = {
 
 /// A dictionary's name is its file's name without this suffix.
 inline constexpr std::string_view dictionarySuffix = ".tsdict";
+
+/// What a package of dictionaries holds is told by the first of its files with this name, which isn't longer.
+inline constexpr std::string_view manifestName = "manifest.json";
+inline constexpr std::size_t maxManifestBytes = std::size_t{1} << 20;
 
 /// Whether a dictionary's file may bear this name: UTF-8 that fits every file system of a device, with
 /// something before the suffix. Not with a leading dot, which would hide it and marks unfinished files; not

@@ -68,6 +68,9 @@ public:
     /// the entry's size says, and a wrong checksum only shows at the end.
     [[nodiscard]] virtual std::size_t read(std::span<char> buffer) = 0;
 
+    /// Reads on to the entry's end, or until there are so many bytes.
+    [[nodiscard]] virtual std::string readRest(std::size_t most) = 0;
+
     /// Back to before the first entry.
     virtual void rewind() = 0;
 };
