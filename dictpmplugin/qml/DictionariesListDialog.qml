@@ -63,10 +63,15 @@ DialogContainer {
         if (!visible) // for a moment only, perhaps; else the question goes too
             return Qt.callLater(() => wrapper.visible || abortMorphConfirmationDialogLazy.close()) // qmllint disable
         DictionariesListModel.reset()
-        list.model = languageHeaderInjectorProxyModel
+        list.showRows()
         focusOnFirstElement()
     }
-    Component.onCompleted: if (visible) focusOnFirstElement()
+    Component.onCompleted: {
+        if (visible)
+            focusOnFirstElement()
+        // Calls that are put off share one event, which may have been posted before the one that groups: so twice.
+        Qt.callLater(() => Qt.callLater(list.showFirstRows)) // qmllint disable
+    }
 
     Connections {
         target: DictionariesListModel
@@ -181,12 +186,32 @@ DialogContainer {
             KeyNavigation.down: download_btn.enabled ? download_btn : header.focusable ? header : null
             LongKeyNavigation.down: KeyNavigation.down
 
-            model: LanguageHeaderInjectorProxyModel {
+            readonly property LanguageHeaderInjectorProxyModel rows: LanguageHeaderInjectorProxyModel {
                 id: languageHeaderInjectorProxyModel
                 sourceModel: DictionariesListModel
                 langPropertyName: list.section.property
                 groupSortPropertyName: 'languageFrom'
             }
+            // The rows are grouped once more in the turn after they were made. A list that had them by then would make all
+            // that it shows twice.
+            property bool isGrouped: false
+
+            function showRows() {
+                if (isGrouped)
+                    model = rows
+            }
+
+            function showFirstRows() {
+                isGrouped = true
+                if (!wrapper.visible || model)
+                    return
+                showRows()
+                wrapper.scroll()
+                if (wrapper.activeFocus)
+                    wrapper.focusOnFirstElement()
+                settleFocus()
+            }
+
             section.property: 'languageFromPair'
             section.criteria: ViewSection.FullString
             // What follows is made row by row, and refers to what is around the list.

@@ -60,6 +60,7 @@ Item {
             const many = Array.from({ length: 40 }, (_, i) => record(i + 1, "en", "de"))
             stage(many, many.map(dictionary => dictionary.id))
             const dialog = createTemporaryObject(listComponent, scene)
+            tryVerify(() => listView()?.count > 0)
             for (const row of [0, 20, 39]) {
                 DictionariesListModel.chooseDictionary(row, false)
                 listView().positionViewAtEnd()
