@@ -32,6 +32,11 @@ FocusScope {
 
     T.Slider {
         id: slider
+
+        // What an assistive tool reads, which knows nothing of `from` and `to`.
+        readonly property real minimumValue: root.from
+        readonly property real maximumValue: root.to
+
         anchors.fill: parent
         focusPolicy: Qt.NoFocus // it would keep the keys that go beyond its ends
         orientation: Qt.Vertical

@@ -20,15 +20,19 @@ constexpr int reduction = 4;       ///< of stored pictures, each way
 constexpr int cell = 8;            ///< what is compared, in pixels of a stored picture
 constexpr int mostDifference = 40; ///< of a cell's grey values, on average
 
-/// Each as "role|name|description"; what is hidden is left out.
-void collectAccessible(const QAccessibleInterface& parent, QStringList& found) {
+/// Each as "role|name|description", or "role|name|rising" if its value has room to; what is hidden is left
+/// out.
+void collectAccessible(QAccessibleInterface& parent, QStringList& found) {
     for (int i = 0; i < parent.childCount(); ++i) {
-        const QAccessibleInterface* const child = parent.child(i);
+        QAccessibleInterface* const child = parent.child(i);
         if (child == nullptr || child->state().invisible)
             continue;
         const auto role = QMetaEnum::fromType<QAccessible::Role>().valueToKey(child->role());
+        QAccessibleValueInterface* const range = child->valueInterface();
+        const bool rises =
+            range != nullptr && range->currentValue().toDouble() < range->maximumValue().toDouble();
         found += QStringList{QLatin1String(role), child->text(QAccessible::Name),
-                             child->text(QAccessible::Description)}
+                             rises ? u"rising"_qs : child->text(QAccessible::Description)}
                      .join(u'|');
         collectAccessible(*child, found);
     }

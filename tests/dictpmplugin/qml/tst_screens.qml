@@ -145,7 +145,7 @@ Item {
                 { tag: "marked", has: ["Button|DOWNLOAD (5)|", "StaticText|Press and hold|"] },
                 { tag: "information", touch: true, has: ["Dialog|" + info + "|", back, close, ...texts, "Button|DELETE|",
                                                          "Button|Scroll up|unavailable", "Button|Scroll down|"] },
-                { tag: "information", has: [...texts, "Button|Delete|", "Slider|Scroll|"] },
+                { tag: "information", has: [...texts, "Button|Delete|", "Slider|Scroll|rising"] },
                 { tag: "question", has: [`Dialog|Delete the dictionary ${info}?|`, "Button|No|", "Button|Yes|"] },
                 { tag: "installing", has: ["ProgressBar|Installing morphology|"] },
                 { tag: "progress", has: ["Dialog|Downloading 5 dictionaries|", "StaticText|Dictionary package|",
@@ -161,7 +161,7 @@ Item {
                 if (screen !== data.tag)
                     return
                 const found = () => switches.accessibleItems(scene)
-                settles(() => data.has.filter(item => !found().includes(item)), [], found().join("\n"))
+                settles(() => data.has.filter(item => !found().includes(item)), [])
                 settles(() => found().filter(item => item.split("|")[1] === "" || item === data.lacks), []) // all have names
             })
         }
