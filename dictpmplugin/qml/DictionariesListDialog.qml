@@ -32,10 +32,9 @@ DialogContainer {
         list.positionViewAtIndex(chosen, isLast ? ListView.Contain : ListView.Beginning)
         if (isLast)
             Global.scrollPageDown(list)
-        if (DeviceInfoProvider.touch)
-            return
-        const sources = Array.from({ length: list.count }, (_, row) => languageHeaderInjectorProxyModel.mapRowToSource(row))
-        list.currentIndex = Math.max(0, sources.indexOf(chosen))
+        if (!DeviceInfoProvider.touch)
+            list.currentIndex = Math.max(0, languageHeaderInjectorProxyModel.mapFromSource(
+                DictionariesListModel.index(chosen, 0)).row)
     }
 
     // Leaves by a signal, once the user has agreed to stop what is being downloaded.
@@ -357,6 +356,7 @@ DialogContainer {
         }
         TsiInstallationSummary {
             id: morphInstallationSummary
+            onRunningCountChanged: if (runningCount === 0) abortMorphConfirmationDialogLazy.close() // nothing to stop
         }
         Lazy {
             id: abortMorphConfirmationDialogLazy

@@ -201,7 +201,7 @@ void Journey::lookAround() {
         m_hand.openDictionaries();
         screen.waitFor(tile("@DownloadMorphology"));
         screen.picture(QStringLiteral("morphology"));
-        m_device.server().setSwitches({{QStringLiteral("delay_ms"), 3000}});
+        m_device.server().setSwitches({{QStringLiteral("delay_ms"), 5000}});
         m_hand.pressAbove(m_titles.at(0), tile("@DownloadMorphology"));
         screen.waitFor(tile("@InstallingMorphology"));
         screen.picture(QStringLiteral("morphology-progress"));

@@ -246,6 +246,13 @@ Item {
             tap(qsTr("@Stop"))
             tryVerify(() => !question() && download())
             compare(scene.calls, ["back"])
+
+            const asked = switches.requests("/morphology/en.zip")
+            press([Qt.Key_Return, Qt.Key_Back])
+            tryVerify(() => question()?.activeFocus && switches.requests("/morphology/en.zip") > asked)
+            switches.hangUp() // which ends the download: there is nothing to stop any more
+            tryVerify(() => !question() && download()?.activeFocus)
+            compare(scene.calls, ["back"])
         }
     }
 }
