@@ -23,7 +23,8 @@ public:
     PackageRun(std::shared_ptr<RunState> state, const std::string& ids, long long taskId = 0);
 
     [[nodiscard]] const std::string& ids() const { return m_ids; } ///< of the server, "12,40"
-    /// "/dicts_12_40.tsi", relative to the downloader's folder.
+    /// "/dicts_12_40.tsi", relative to the downloader's folder. The same for all runs with these ids: an
+    /// older installer keeps the package that it has open, since no download writes to a file that is there.
     [[nodiscard]] const std::string& packagePath() const { return m_packagePath; }
     [[nodiscard]] long long taskId() const { return m_taskId; } ///< of the server; any thread
     /// Which share of the package is there. Any thread.
