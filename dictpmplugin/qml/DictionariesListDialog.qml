@@ -68,8 +68,7 @@ DialogContainer {
     Component.onCompleted: {
         if (visible)
             focusOnFirstElement()
-        // Calls that are put off share one event, which may have been posted before the one that groups: so twice.
-        Qt.callLater(() => Qt.callLater(list.showFirstRows)) // qmllint disable
+        Qt.callLater(list.showFirstRows) // qmllint disable
     }
 
     Connections {
@@ -191,8 +190,8 @@ DialogContainer {
                 langPropertyName: list.section.property
                 groupSortPropertyName: 'languageFrom'
             }
-            // The rows are grouped once more in the turn after they were made. A list that had them by then would make all
-            // that it shows twice.
+            // The rows are grouped once more when the turn in which they were made is over. A list that has them before makes
+            // all that it shows twice.
             property bool isGrouped: false
 
             function showRows() {

@@ -40,7 +40,7 @@ Item {
             item.forceActiveFocus()
     }
 
-    onFocusedChanged: Qt.callLater(takeFocusBack) // qmllint disable
+    onFocusedChanged: if (visible) Qt.callLater(takeFocusBack) // qmllint disable
     onVisibleChanged: {
         if (visible || !focusedBefore)
             return
