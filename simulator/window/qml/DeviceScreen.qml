@@ -7,8 +7,6 @@ import Tessaly.Simulator
 FocusScope {
     id: screen
 
-    readonly property bool dictionariesOpen: dictionaries.visible
-
     function openDictionaries() {
         dictionaries.active = true
         dictionaries.visible = true
