@@ -1,18 +1,20 @@
 #pragma once
 
-#include <base/export.h>
-
+#include <cstdlib>
 #include <string>
 
 namespace tessaly::base {
 
-/// Host directory that stands for the device's "/": the value of TESSALY_DEVICE_ROOT, without a trailing
-/// slash. Empty (the default, and always so on a real device) means that device paths are host paths. Read
-/// anew at each call. Started programs inherit it through the environment. Any thread, as long as no other
+/// The host path of an absolute device path: below the directory that TESSALY_DEVICE_ROOT names. Without it
+/// (always so on a real device) device paths are host paths. The variable is read anew at each call, and
+/// inherited by started programs. Map a path once, just before it is opened. Any thread, as long as no other
 /// changes the environment.
-TESSALY_BASE_API std::string deviceRoot();
-
-/// The host path of an absolute device path. Map a path once, just before it is opened.
-TESSALY_BASE_API std::string hostPath(const std::string& devicePath);
+inline std::string hostPath(const std::string& devicePath) {
+    const char* const root = std::getenv("TESSALY_DEVICE_ROOT");
+    std::string path = root ? root : "";
+    while (path.ends_with('/'))
+        path.pop_back();
+    return path + devicePath;
+}
 
 } // namespace tessaly::base
