@@ -14,9 +14,7 @@ DialogContainer {
     signal chooseDictionary(int index, bool close)
     signal close2()
 
-    function makeScrollWorks() {
-        list.forceActiveFocus()
-    }
+    function makeScrollWorks() { list.forceActiveFocus() }
 
     function stopScroll() {
         list.cancelFlick()
@@ -35,6 +33,15 @@ DialogContainer {
         if (!DeviceInfoProvider.touch)
             list.currentIndex = Math.max(0, languageHeaderInjectorProxyModel.mapFromSource(
                 DictionariesListModel.index(chosen, 0)).row)
+    }
+
+    // Whenever there may be a list to be seen. Its rows come late in the turn: each reset would make all of them anew, and
+    // the last one of a new model is as late.
+    function begin() {
+        list.model = null
+        Qt.callLater(list.showRows) // qmllint disable
+        if (visible)
+            focusOnFirstElement()
     }
 
     // Leaves by a signal, once the user has agreed to stop what is being downloaded.
@@ -58,18 +65,11 @@ DialogContainer {
     initialFocusItem: list.count === 0 && !DictionariesListModel.isDownloadMode ? download_btn : list
 
     onVisibleChanged: {
-        list.model = null // each reset until there is something to be seen would make its rows anew
-        if (!visible) // for a moment only, perhaps; else the question goes too
-            return Qt.callLater(() => wrapper.visible || abortMorphConfirmationDialogLazy.close()) // qmllint disable
-        DictionariesListModel.reset()
-        list.showRows()
-        focusOnFirstElement()
-    }
-    Component.onCompleted: {
         if (visible)
-            focusOnFirstElement()
-        Qt.callLater(list.showFirstRows) // qmllint disable
+            DictionariesListModel.reset()
+        begin()
     }
+    Component.onCompleted: begin()
 
     Connections {
         target: DictionariesListModel
@@ -92,9 +92,7 @@ DialogContainer {
                 wrapper.focusOnFirstElement()
             list.settleFocus()
         }
-        function onShowEmptyScreen() {
-            list.visible = false
-        }
+        function onShowEmptyScreen() { list.visible = false }
         function onIsDownloadModeChanged(isDownloadMode) {
             list.lastFocusedItem = null // other rows are coming
             download_btn.markedCount = DictionariesListModel.selectedCount
@@ -102,12 +100,8 @@ DialogContainer {
                 download_btn.busy_visible = false
             download_btn.enabled = !isDownloadMode || download_btn.markedCount > 0
         }
-        function onNoNewDictionaries() {
-            download_btn.endBusy()
-        }
-        function onToDownloadModFailed() {
-            download_btn.endBusy()
-        }
+        function onNoNewDictionaries() { download_btn.endBusy() }
+        function onToDownloadModFailed() { download_btn.endBusy() }
         function onSelectedCountChanged() {
             download_btn.markedCount = DictionariesListModel.selectedCount
             if (DictionariesListModel.isDownloadMode)
@@ -159,6 +153,16 @@ DialogContainer {
             // Whether the rows' info buttons have the key focus, rather than the rows.
             property bool infoColumnSelected: false
 
+            function showRows() {
+                if (!wrapper.visible) // and that not for a moment only: the question goes, too
+                    return abortMorphConfirmationDialogLazy.close()
+                model = languageHeaderInjectorProxyModel
+                wrapper.scroll()
+                if (wrapper.activeFocus)
+                    wrapper.focusOnFirstElement()
+                settleFocus()
+            }
+
             width: parent.width
             anchors.top: parent.top
             anchors.bottom: separator.top
@@ -173,10 +177,7 @@ DialogContainer {
             onActiveFocusChanged: {
                 if (!activeFocus || DeviceInfoProvider.touch) // a finger chooses the row itself
                     return
-                if (lastFocusedItem === header)
-                    currentIndex = 0
-                else if (lastFocusedItem === download_btn)
-                    currentIndex = count - 1
+                currentIndex = lastFocusedItem === header ? 0 : lastFocusedItem === download_btn ? count - 1 : currentIndex
                 settleFocus()
                 lastFocusedItem = null
             }
@@ -184,32 +185,12 @@ DialogContainer {
             KeyNavigation.down: download_btn.enabled ? download_btn : header.focusable ? header : null
             LongKeyNavigation.down: KeyNavigation.down
 
-            readonly property LanguageHeaderInjectorProxyModel rows: LanguageHeaderInjectorProxyModel {
+            model: LanguageHeaderInjectorProxyModel {
                 id: languageHeaderInjectorProxyModel
                 sourceModel: DictionariesListModel
                 langPropertyName: list.section.property
                 groupSortPropertyName: 'languageFrom'
             }
-            // The rows are grouped once more when the turn in which they were made is over. A list that has them before makes
-            // all that it shows twice.
-            property bool isGrouped: false
-
-            function showRows() {
-                if (isGrouped)
-                    model = rows
-            }
-
-            function showFirstRows() {
-                isGrouped = true
-                if (!wrapper.visible || model)
-                    return
-                showRows()
-                wrapper.scroll()
-                if (wrapper.activeFocus)
-                    wrapper.focusOnFirstElement()
-                settleFocus()
-            }
-
             section.property: 'languageFromPair'
             section.criteria: ViewSection.FullString
             // What follows is made row by row, and refers to what is around the list.
@@ -257,10 +238,7 @@ DialogContainer {
 
                         Loader {
                             active: DebugInfo.debugEnabled
-                            sourceComponent: StyledText {
-                                font.pointSize: 4
-                                text: row.model.languageFromPair ?? ''
-                            }
+                            sourceComponent: StyledText { font.pointSize: 4; text: row.model.languageFromPair ?? '' }
                         }
                     }
                 }
@@ -309,9 +287,6 @@ DialogContainer {
 
             // The model doesn't tell when marks go with their rows.
             property int markedCount: 0
-            readonly property string label:
-                !DictionariesListModel.isDownloadMode ? qsTr('@AddNewDictionaries')
-                : markedCount > 0 ? '%1 (%2)'.arg(qsTr('@Download')).arg(markedCount) : qsTr('@Download')
 
             function endBusy() {
                 busy_visible = false
@@ -324,7 +299,8 @@ DialogContainer {
             focus: !DictionariesListModel.isDownloadMode && list.count === 0
             icon: DictionariesListModel.isDownloadMode ? 'panel_package_downloading' : 'plus_add'
             disabled_icon: DictionariesListModel.isDownloadMode ? 'panel_package_downloading_disabled' : 'plus_add'
-            text: label.toUpperCase()
+            text: (!DictionariesListModel.isDownloadMode ? qsTr('@AddNewDictionaries')
+                   : markedCount > 0 ? '%1 (%2)'.arg(qsTr('@Download')).arg(markedCount) : qsTr('@Download')).toUpperCase()
             showLongPressText: !DeviceInfoProvider.touch
 
             onAction: {
