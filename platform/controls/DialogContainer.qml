@@ -99,10 +99,25 @@ FocusScope {
             y: frame.border.width
             width: parent.width - 2 * x
 
-            DialogTitle {
+            Item { // the title bar
                 width: parent.width
+                height: Math.max(GlobalValues.dialogHeaderHeight, label.height + 2 * Global.mm(2))
                 visible: !dialog.headless
-                text: dialog.title
+
+                StyledText {
+                    id: label
+                    x: GlobalValues.dialogSidePadding
+                    width: parent.width - 2 * x
+                    anchors.verticalCenter: parent.verticalCenter
+                    fontStyle: FontStyles.BodyBold
+                    wrapMode: Text.Wrap
+                    text: dialog.title
+                }
+                SolidSeparator {
+                    x: GlobalValues.dialogHeaderSeparatorSideOffset
+                    width: parent.width - 2 * x
+                    anchors.bottom: parent.bottom
+                }
             }
             Column {
                 id: column

@@ -1,19 +1,15 @@
 import QtQuick
 
 // A text button in a rounded frame, of which single sides can be left out.
-PushButton {
+TextButton {
     id: control
 
     property alias title: control.text
-    property int fontStyle: FontStyles.Heading5
     // 1 or 0 for the top, right, bottom and left side. A corner is round where both its sides are there.
     property var visibleBorders: [1, 1, 1, 1]
     property real borderWidth: GlobalValues.defaultBorderThickness
     property color borderColor: GlobalValues.defaultBorderColor
     property real radius: GlobalValues.dialogRadius
-
-    leftPadding: Global.mm(1)
-    rightPadding: Global.mm(1)
 
     background: Item {
         clip: true
@@ -32,15 +28,5 @@ PushButton {
             border.color: control.borderColor
             color: control.held ? GlobalValues.defaultHoveredColor : GlobalValues.defaultBackgroundColor
         }
-    }
-    contentItem: StyledText {
-        text: control.text
-        fontStyle: control.fontStyle
-        font.capitalization: Font.AllUppercase
-        color: control.held ? GlobalValues.defaultBackgroundColor
-             : control.enabled ? GlobalValues.defaultTextColor : FontStyles.disabledTextColor
-        horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
-        elide: Text.ElideRight
     }
 }
