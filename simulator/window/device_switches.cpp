@@ -3,6 +3,7 @@
 #include "options.h"
 #include "simulator/fixture/test_device.h"
 
+#include <utilities/cfg_wrapper.h>
 #include <vellum/device_state.h>
 #include <vellum/vellum.h>
 
@@ -146,19 +147,17 @@ void DeviceSwitches::killIfThere() {
 }
 
 void DeviceSwitches::losePower() {
-    vl_config* const kept = OpenConfig(serverFile, 1);
-    WriteInt(kept, upKey, m_isServerUp ? 1 : 0);
-    WriteInt(kept, slowKey, m_isServerSlow ? 1 : 0);
-    SaveConfig(kept);
-    CloseConfig(kept);
+    utilities::CfgWrapper kept(serverFile, 1);
+    WriteInt(kept.handle(), upKey, m_isServerUp ? 1 : 0);
+    WriteInt(kept.handle(), slowKey, m_isServerSlow ? 1 : 0);
+    kept.saveAndClose();
     m_cutPower();
 }
 
 void DeviceSwitches::restoreServer() {
-    vl_config* const kept = OpenConfig(serverFile, 0);
-    m_isServerSlow = ReadInt(kept, slowKey, 0) != 0;
-    setServerUp(ReadInt(kept, upKey, 1) != 0);
-    CloseConfig(kept);
+    const utilities::CfgWrapper kept(serverFile, 0);
+    m_isServerSlow = kept.readIfExists<int>(slowKey).value_or(0) != 0;
+    setServerUp(kept.readIfExists<int>(upKey).value_or(1) != 0);
     QFile::remove(m_device.path(serverFile));
 }
 

@@ -18,6 +18,7 @@
 #include <filesystem>
 #include <stdexcept>
 #include <utilities/sync_downloader.h>
+#include <utilities/url.h>
 #include <vellum/clock.h>
 #include <vellum/vellum.h>
 
@@ -57,12 +58,9 @@ Q_APPLICATION_STATIC(Transfers, transfers)
 std::string languageAt(const QString& url) {
     static const QRegularExpression form(
         QStringLiteral("\\A([a-z]{2,3}(?:_(?:[A-Z]{2}|[0-9]{3}))?)\\.zip\\z"));
-    const QUrl address(url, QUrl::StrictMode);
-    const bool isWeb =
-        address.scheme() == QLatin1String("http") || address.scheme() == QLatin1String("https");
-    if (!address.isValid() || !isWeb || address.host().isEmpty())
+    if (!utilities::isWebUrl(url.toStdString()))
         return {};
-    return form.match(address.fileName(QUrl::FullyEncoded)).captured(1).toStdString();
+    return form.match(QUrl(url).fileName(QUrl::FullyEncoded)).captured(1).toStdString();
 }
 
 /// Host path; makes the directory if there is none.
