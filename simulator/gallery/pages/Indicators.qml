@@ -3,7 +3,7 @@ import com.tessaly.controls 1.0
 import ".."
 
 Page {
-    title: "Progress"
+    title: "Progress and place"
 
     Repeater {
         model: [0, 1, 25, 60, 100]
@@ -79,5 +79,10 @@ Page {
         text: qsTr("@DownloadingDictionaries", "", 21).arg(21)
         fontStyle: FontStyles.BodyBold
         elide: Text.ElideRight
+    }
+    ProxySlider { // without the focus it is beside a text
+        height: Global.mm(15)
+        visible: shouldBeVisible
+        Component.onCompleted: forceActiveFocus()
     }
 }
