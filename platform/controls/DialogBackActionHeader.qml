@@ -78,10 +78,8 @@ FocusScope {
         onClicked: header.action()
     }
     SolidSeparator {
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.leftMargin: GlobalValues.dialogHeaderSeparatorSideOffset
-        anchors.rightMargin: GlobalValues.dialogHeaderSeparatorSideOffset
+        x: GlobalValues.dialogHeaderSeparatorSideOffset
+        width: parent.width - 2 * x
         anchors.bottom: parent.bottom
     }
 }

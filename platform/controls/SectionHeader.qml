@@ -12,23 +12,18 @@ Item {
 
     StyledText {
         id: label
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.leftMargin: GlobalValues.dialogSidePadding
-        anchors.rightMargin: GlobalValues.dialogSidePadding
+        x: GlobalValues.dialogSidePadding
+        width: parent.width - 2 * x
         anchors.bottom: line.top
         anchors.bottomMargin: Global.mm(0.8)
         fontStyle: FontStyles.Heading2
         elide: Text.ElideRight
     }
-    Rectangle {
+    SolidSeparator {
         id: line
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.leftMargin: GlobalValues.dialogHeaderSeparatorSideOffset
-        anchors.rightMargin: GlobalValues.dialogHeaderSeparatorSideOffset
-        anchors.bottom: parent.bottom
+        x: GlobalValues.dialogHeaderSeparatorSideOffset
+        width: parent.width - 2 * x
         height: GlobalValues.defaultBorderThickness
-        color: GlobalValues.defaultTextColor
+        anchors.bottom: parent.bottom
     }
 }
