@@ -8,6 +8,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <new>
+#include <span>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -64,7 +65,7 @@ public:
     explicit ArchiveReader(const std::string& hostPath);
 
     [[nodiscard]] std::optional<Entry> next() override;
-    [[nodiscard]] std::size_t read(std::span<char> buffer) override;
+    [[nodiscard]] std::string_view read() override;
     [[nodiscard]] std::string readRest(std::size_t most) override;
     void rewind() override;
 
@@ -109,19 +110,26 @@ std::optional<Reader::Entry> ArchiveReader::next() {
     return Entry{std::move(name), archive_entry_size(entry)};
 }
 
-std::size_t ArchiveReader::read(std::span<char> buffer) {
-    const la_ssize_t count = archive_read_data(m_archive.get(), buffer.data(), buffer.size());
-    if (count < 0)
+std::string_view ArchiveReader::read() {
+    const void* piece = nullptr;
+    std::size_t size = 0;
+    la_int64_t position = 0;
+    int result = ARCHIVE_OK;
+    while (result == ARCHIVE_OK && size == 0)
+        result = archive_read_data_block(m_archive.get(), &piece, &size, &position);
+    if (result != ARCHIVE_OK && result != ARCHIVE_EOF)
         refuse(m_archive.get());
-    return std::size_t(count);
+    return {static_cast<const char*>(piece), size};
 }
 
 std::string ArchiveReader::readRest(std::size_t most) {
-    std::string rest(most, '\0');
-    std::size_t size = 0;
-    while (const std::size_t count = read(std::span(rest).subspan(size)))
-        size += count;
-    rest.resize(size);
+    std::string rest;
+    while (rest.size() < most) {
+        const std::string_view piece = read();
+        if (piece.empty())
+            break;
+        rest += piece.substr(0, most - rest.size());
+    }
     return rest;
 }
 

@@ -30,12 +30,11 @@ void require(bool isSo, const std::string& otherwise) {
 
 void unpackEntry(zip::Reader& archive, const std::string& name, const std::string& path) {
     const base::FileDescriptor file = base::openFile(path, O_CREAT | O_EXCL | O_WRONLY);
-    std::string buffer(std::size_t{256} << 10, '\0');
     std::int64_t room = largestFile;
-    while (const std::size_t count = archive.read(buffer)) {
-        room -= std::int64_t(count);
+    for (std::string_view piece; !(piece = archive.read()).empty();) {
+        room -= std::int64_t(piece.size());
         require(room >= 0, name + " is too large");
-        base::writeAll(file, std::string_view(buffer).substr(0, count));
+        base::writeAll(file, piece);
     }
     require(room < largestFile, name + " is empty");
     base::syncToDisk(file);

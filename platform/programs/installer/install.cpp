@@ -19,7 +19,6 @@ namespace {
 
 constexpr int unpackedPercent = 80;
 constexpr int placedPercent = 99;
-constexpr std::size_t pieceBytes = std::size_t{256} << 10;
 
 /// Others that tidy up the secure storage delete plain files named like this. Being a directory keeps it from
 /// them while the next run already unpacks.
@@ -39,15 +38,13 @@ void unpackFile(PackageReader& package, const Manifest::File& file, const std::s
     const base::FileDescriptor output = base::openFile(path, O_CREAT | O_EXCL | O_WRONLY);
     base::Sha256 checksum;
     std::int64_t size = 0;
-    std::string buffer(pieceBytes, '\0');
-    while (const std::size_t count = package.read(buffer)) {
-        const std::string_view piece(buffer.data(), count);
-        size += std::int64_t(count);
+    for (std::string_view piece; !(piece = package.read()).empty();) {
+        size += std::int64_t(piece.size());
         if (size > file.size)
             throw Failure(Code::WrongSize, "\"" + file.name + "\" is longer than the manifest says");
         checksum.add(piece);
         base::writeAll(output, piece);
-        onBytes(count);
+        onBytes(piece.size());
     }
     // A file that is too short hasn't the checksum either.
     if (checksum.finish() != file.sha256)

@@ -102,8 +102,8 @@ std::optional<std::size_t> PackageReader::nextFile() {
     return std::size_t(found - files.begin());
 }
 
-std::size_t PackageReader::read(std::span<char> buffer) {
-    return reading([&] { return m_archive->read(buffer); });
+std::string_view PackageReader::read() {
+    return reading([this] { return m_archive->read(); });
 }
 
 } // namespace tessaly::installer

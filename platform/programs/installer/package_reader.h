@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
+#include <string_view>
 #include <zip/reader.h>
 
 namespace tessaly::installer {
@@ -24,8 +24,9 @@ public:
     /// Goes on to the next dictionary and returns its index in the manifest; nothing at the end.
     [[nodiscard]] std::optional<std::size_t> nextFile();
 
-    /// Reads on in the current file and returns how many bytes; 0 at its end. Throws a Failure.
-    [[nodiscard]] std::size_t read(std::span<char> buffer);
+    /// The next piece of the current file, which stays until the next call; empty at its end. Throws a
+    /// Failure.
+    [[nodiscard]] std::string_view read();
 
 private:
     struct Listing;

@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <span>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace tessaly::zip {
 
@@ -34,7 +34,7 @@ private:
 ///
 ///     const auto archive = zip::Reader::open(hostPath);
 ///     while (const auto entry = archive->next())
-///         while (const std::size_t count = archive->read(buffer))
+///         for (std::string_view piece; !(piece = archive->read()).empty();)
 ///             ...
 ///
 /// Plain files only, a few thousand at most, without encryption, comments or more than 4 GiB. Names and sizes
@@ -64,9 +64,9 @@ public:
     /// Goes on to the next entry; nothing at the end.
     [[nodiscard]] virtual std::optional<Entry> next() = 0;
 
-    /// Reads on in the current entry and returns how many bytes; 0 at its end. There may be more of them than
-    /// the entry's size says, and a wrong checksum only shows at the end.
-    [[nodiscard]] virtual std::size_t read(std::span<char> buffer) = 0;
+    /// The next piece of the current entry, which stays until the next call; empty at its end. There may be
+    /// more bytes than the entry's size says, and a wrong checksum only shows at the end.
+    [[nodiscard]] virtual std::string_view read() = 0;
 
     /// Reads on to the entry's end, or until there are so many bytes.
     [[nodiscard]] virtual std::string readRest(std::size_t most) = 0;
