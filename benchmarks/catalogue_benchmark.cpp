@@ -5,7 +5,6 @@
 #include <dictpmplugin/db/dbholder.h>
 #include <simulator/fixture/test_device.h>
 
-#include <QElapsedTimer>
 #include <QSqlQuery>
 #include <QVariant>
 #include <algorithm>
@@ -113,19 +112,6 @@ private:
     std::optional<dictionary::DBHolder> m_holder;
 };
 
-template<class Work>
-double seconds(Work work) {
-    QElapsedTimer timer;
-    timer.start();
-    work();
-    return double(timer.nsecsElapsed()) / 1e9;
-}
-
-double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
 /// What a hurried merge is: the fetched records, with the stored numbers where there are any, after those
 /// that aren't fetched.
 Records mergeByTable(Records stored, Records fetched) {
@@ -198,8 +184,7 @@ Measurement measureCatalogueReplace() {
         ourTimes.push_back(seconds([&] { ours.replace(records); }));
         referenceTimes.push_back(seconds([&] { reference.replaceInOneTransaction(rows); }));
     }
-    return {"catalogue replace", median(ourTimes), median(referenceTimes),
-            median(ourTimes) / median(referenceTimes)};
+    return compareMedians("catalogue replace", ourTimes, referenceTimes);
 }
 
 Measurement measureCatalogueList() {

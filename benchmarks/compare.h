@@ -2,10 +2,32 @@
 
 #include "benchmarks.h"
 
+#include <QElapsedTimer>
 #include <algorithm>
 #include <ctime>
+#include <vector>
 
 namespace tessaly::benchmarks {
+
+/// Seconds that the work takes.
+template<class Work>
+double seconds(Work work) {
+    QElapsedTimer timer;
+    timer.start();
+    work();
+    return double(timer.nsecsElapsed()) / 1e9;
+}
+
+/// The medians of some rounds: for work of which others do a part, the disk for one.
+inline Measurement compareMedians(const char* name, std::vector<double> ours, std::vector<double> reference) {
+    const auto median = [](std::vector<double>& values) {
+        std::sort(values.begin(), values.end());
+        return values[values.size() / 2];
+    };
+    Measurement result{name, median(ours), median(reference)};
+    result.ratio = result.ours / result.reference;
+    return result;
+}
 
 /// Seconds of processor time that this thread spends.
 template<class Work>

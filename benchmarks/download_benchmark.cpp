@@ -1,4 +1,5 @@
 #include "benchmarks.h"
+#include "compare.h"
 
 #include <server/support/files.h>
 #include <server/support/zip_writer.h>
@@ -8,10 +9,8 @@
 
 #include <QByteArray>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <algorithm>
 #include <stdexcept>
 #include <vector>
 
@@ -38,16 +37,11 @@ QByteArray makePackage(const QString& path) {
 
 template<class Download>
 double megabytesPerSecond(Download download) {
-    QElapsedTimer timer;
-    timer.start();
-    if (!download())
-        throw std::runtime_error("a download failed");
-    return double(contentSize) / 1e6 / (double(timer.nsecsElapsed()) / 1e9);
-}
-
-double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
+    const double taken = seconds([&download] {
+        if (!download())
+            throw std::runtime_error("a download failed");
+    });
+    return double(contentSize) / 1e6 / taken;
 }
 
 } // namespace
@@ -94,7 +88,7 @@ Measurement measureDownload() {
         qunsetenv("TESSALY_DEVICE_ROOT");
     else
         qputenv("TESSALY_DEVICE_ROOT", rootBefore);
-    return {"download MB/s", median(ours), median(reference), median(ours) / median(reference)};
+    return compareMedians("download MB/s", ours, reference);
 }
 
 } // namespace tessaly::benchmarks

@@ -1,13 +1,12 @@
 #include "benchmarks.h"
+#include "compare.h"
 
 #include <programs/package_builder.h>
 #include <simulator/fixture/test_device.h>
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <algorithm>
 #include <random>
 #include <stdexcept>
 #include <vector>
@@ -53,19 +52,6 @@ void run(const QString& program, const QStringList& arguments) {
         throw std::runtime_error(program.toStdString() + " failed");
 }
 
-template<class Work>
-double seconds(Work work) {
-    QElapsedTimer timer;
-    timer.start();
-    work();
-    return double(timer.nsecsElapsed()) / 1e9;
-}
-
-double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
 } // namespace
 
 Measurement measureInstall() {
@@ -94,7 +80,7 @@ Measurement measureInstall() {
             run(QStringLiteral("sha256sum"), files);
         }));
     }
-    return {"install", median(ours), median(reference), median(ours) / median(reference)};
+    return compareMedians("install", ours, reference);
 }
 
 } // namespace tessaly::benchmarks
