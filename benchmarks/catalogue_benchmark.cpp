@@ -156,17 +156,23 @@ Records mergeAsTheProductDoes(Records stored, Records fetched) {
         [](const auto& a, const auto& b) { return b.withDatabaseId(a.databaseId); });
 }
 
+Measurement compareMerges(const char* name, int count) {
+    const double ours = mergeSeconds(count, mergeAsTheProductDoes);
+    const double reference = mergeSeconds(count, mergeByTable);
+    return {name, ours, reference, ours / reference};
+}
+
 } // namespace
 
 Measurement measureMerge100k() {
-    const double ours = mergeSeconds(100'000, mergeAsTheProductDoes);
-    const double reference = mergeSeconds(100'000, mergeByTable);
-    return {"merge 100k", ours, reference, ours / reference};
+    return compareMerges("merge 100k", 100'000);
 }
 
 Measurement measureMergeGrowth() {
-    const double ours = mergeSeconds(100'000, mergeAsTheProductDoes);
-    const double reference = mergeSeconds(10'000, mergeAsTheProductDoes);
+    const Measurement few = compareMerges("merge 10k", 10'000);
+    const Measurement many = compareMerges("merge 100k", 100'000);
+    const double ours = many.ours / few.ours;
+    const double reference = many.reference / few.reference;
     return {"merge growth", ours, reference, ours / reference};
 }
 

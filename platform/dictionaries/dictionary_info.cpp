@@ -1,6 +1,7 @@
 #include <dictionaries/dictionary_info.h>
 
 #include <algorithm>
+#include <memory_resource>
 #include <optional>
 #include <ostream>
 #include <unordered_map>
@@ -40,7 +41,8 @@ public:
 private:
     const DictionaryInfo::Equal& m_equal;
     std::vector<DictionaryInfo*> m_records;
-    std::unordered_multimap<std::int32_t, std::size_t> m_positions;
+    std::pmr::monotonic_buffer_resource m_memory; ///< nodes side by side: long lists are quicker
+    std::pmr::unordered_multimap<std::int32_t, std::size_t> m_positions{&m_memory};
 };
 
 std::string inOneLine(std::string text) {
@@ -88,10 +90,9 @@ Records DictionaryInfo::blitLists(Records target, Records source, const Equal& e
     for (DictionaryInfo* const record : known.records()) {
         if (const auto update = fresh.find(*record)) {
             isKnown[*update] = true;
-            result.push_back(combine(*record, *fresh.records()[*update]));
-        } else {
-            result.push_back(std::move(*record));
+            *record = combine(*record, *fresh.records()[*update]);
         }
+        result.push_back(std::move(*record));
     }
     for (std::size_t i = 0; i < isKnown.size(); ++i) {
         if (!isKnown[i])
