@@ -112,22 +112,18 @@ FocusScope {
                 }
             }
 
-            Row {
+            Item {
                 id: marks
                 anchors.verticalCenter: parent.verticalCenter
+                width: wrapper.downloadMode ? check_box.width : GlobalValues.touchTarget
+                height: wrapper.downloadMode ? check_box.height : GlobalValues.touchTarget
 
-                Item {
-                    width: wrapper.downloadMode ? 0 : GlobalValues.touchTarget
-                    height: GlobalValues.touchTarget
+                Image {
+                    id: select_button
+                    anchors.centerIn: parent
                     visible: !wrapper.downloadMode
-
-                    Image {
-                        id: select_button
-                        anchors.centerIn: parent
-                        source: !enabled ? Global.getNormalImage("radiobtn_gray")
-                              : wrapper.selected ? Global.getNormalImage("radiobtn_checked")
-                                                 : Global.getNormalImage("radiobtn")
-                    }
+                    source: !enabled ? Global.getNormalImage("radiobtn_gray")
+                          : wrapper.selected ? Global.getNormalImage("radiobtn_checked") : Global.getNormalImage("radiobtn")
                 }
                 // Only rows to download have one: a button takes long to make.
                 // qmllint disable unqualified
@@ -153,19 +149,13 @@ FocusScope {
                 }
                 // qmllint enable unqualified
             }
-            Item {
+            Rectangle {
                 anchors.left: marks.right
                 anchors.right: parent.right
                 height: parent.height
+                radius: GlobalValues.listElementHoverFrameBorderRadius
+                color: wrapper.hovered ? GlobalValues.defaultHoveredColor : "transparent" // what is clear isn't drawn
 
-                Rectangle {
-                    anchors.fill: parent
-                    visible: wrapper.hovered // else it is of the background's colour, and costs a page a tenth
-                    radius: GlobalValues.listElementHoverFrameBorderRadius
-                    color: GlobalValues.defaultHoveredColor
-                    border.width: GlobalValues.defaultPressedFrameBorderWidth
-                    border.color: GlobalValues.defaultHoveredColor
-                }
                 Column {
                     id: info_column
                     x: Global.pixelsFromDesign(8)
@@ -196,9 +186,10 @@ FocusScope {
             FocusElement {
             }
         }
-        Row {
+        Item {
             id: right_row
             anchors.right: parent.right
+            width: info_button.width
             height: parent.height
 
             BitmapButton {
