@@ -1,7 +1,5 @@
 #pragma once
 
-#include <controls_device/export.h>
-
 #include <QQuickImageProvider>
 
 namespace tessaly::controls {
@@ -11,7 +9,7 @@ namespace tessaly::controls {
 /// NAME?DPI is the icon for a screen of so many dots per inch, without them for that of the device now:
 /// pictures are looked up by their address, so an element that outlives a change of screen needs them. A size
 /// that is asked for goes before. An unknown name is logged and gives an empty image. Any thread.
-class TESSALY_CONTROLS_DEVICE_API IconProvider : public QQuickImageProvider {
+class IconProvider : public QQuickImageProvider {
 public:
     explicit IconProvider(bool onDisc);
     QImage requestImage(const QString& id, QSize* size, const QSize& requestedSize) override;

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <controls_device/export.h>
-
 #include <QPointer>
 #include <QQmlEngine>
 #include <QTranslator>
@@ -11,7 +9,7 @@ namespace tessaly::controls {
 
 /// Translates the interface's keys into the device's language, whichever document uses them, and follows a
 /// change of language. One for the process. GUI thread.
-class TESSALY_CONTROLS_DEVICE_API KeyTranslator : public QTranslator {
+class KeyTranslator : public QTranslator {
     Q_OBJECT
 
 public:

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <controls_device/export.h>
-
 #include <QQmlNetworkAccessManagerFactory>
 
 namespace tessaly::controls {
@@ -10,7 +8,7 @@ namespace tessaly::controls {
 /// no network is in reach, when the response is larger than 2 MB or takes longer than 10 s, and when it
 /// doesn't begin as a picture made of pixels, at most 4,096 a side, 8 million in all and 32 bits each;
 /// nothing of such a response is decoded. Does GET over http and https only, and stores nothing. Any thread.
-class TESSALY_CONTROLS_DEVICE_API PictureAccess : public QQmlNetworkAccessManagerFactory {
+class PictureAccess : public QQmlNetworkAccessManagerFactory {
 public:
     QNetworkAccessManager* create(QObject* parent) override;
 };
