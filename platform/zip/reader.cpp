@@ -67,7 +67,7 @@ public:
     [[nodiscard]] std::optional<Entry> next() override;
     [[nodiscard]] std::string_view read() override;
     [[nodiscard]] std::string readRest(std::size_t most) override;
-    void rewind() override;
+    void rewind(Checksums checksums) override;
 
 private:
     struct Free {
@@ -80,10 +80,10 @@ private:
 
 ArchiveReader::ArchiveReader(const std::string& hostPath)
     : m_file(openPlainFile(hostPath)) {
-    ArchiveReader::rewind();
+    ArchiveReader::rewind(Checksums::Compared);
 }
 
-void ArchiveReader::rewind() {
+void ArchiveReader::rewind(Checksums checksums) {
     m_archive.reset(archive_read_new());
     if (!m_archive)
         throw std::bad_alloc();
@@ -92,6 +92,8 @@ void ArchiveReader::rewind() {
                     std::string("Can not read the archive: ") + std::strerror(errno));
     archive_read_support_format_zip_seekable(m_archive.get());
     archive_read_set_format_option(m_archive.get(), "zip", "hdrcharset", "UTF-8");
+    if (checksums == Checksums::Ignored)
+        archive_read_set_format_option(m_archive.get(), "zip", "ignorecrc32", "1");
     if (archive_read_open_fd(m_archive.get(), m_file.get(), readBytes) != ARCHIVE_OK)
         refuse(m_archive.get());
 }

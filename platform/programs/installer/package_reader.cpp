@@ -55,7 +55,7 @@ PackageReader::PackageReader(const std::string& hostPath)
         throw Failure(Code::NoManifest, "The package has no manifest");
     m_manifest = parseManifest(*listing.manifest);
     requireListedFiles(listing);
-    reading([this] { m_archive->rewind(); });
+    reading([this] { m_archive->rewind(zip::Reader::Checksums::Ignored); }); // the manifest has better ones
 }
 
 PackageReader::Listing PackageReader::readListing() {

@@ -71,8 +71,12 @@ public:
     /// Reads on to the entry's end, or until there are so many bytes.
     [[nodiscard]] virtual std::string readRest(std::size_t most) = 0;
 
-    /// Back to before the first entry.
-    virtual void rewind() = 0;
+    enum class Checksums {
+        Compared,
+        Ignored, ///< by whoever has better ones
+    };
+    /// Back to before the first entry. What is read then is held against the archive's checksums, or not.
+    virtual void rewind(Checksums checksums) = 0;
 };
 
 } // namespace tessaly::zip
