@@ -155,6 +155,8 @@ FocusScope {
                 height: parent.height
                 radius: GlobalValues.listElementHoverFrameBorderRadius
                 color: wrapper.hovered ? GlobalValues.defaultHoveredColor : "transparent" // what is clear isn't drawn
+                border.width: GlobalValues.defaultPressedFrameBorderWidth
+                border.color: color
 
                 Column {
                     id: info_column
