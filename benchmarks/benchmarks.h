@@ -23,8 +23,8 @@ Measurement measureCatalogueReplace();
 Measurement measureCatalogueList();
 
 /// Seconds of merging 100,000 fetched records with as many stored ones, against one pass with a hash table
-/// over the same; and how many times those of 10,000 that is, against as much of the pass. That one's may be
-/// twenty: 10,000 records still fit a PC's cache.
+/// over the same; and how many times longer that takes than with 10,000, against the same figure of the pass.
+/// That may be twenty: 10,000 records still fit a PC's cache.
 Measurement measureMerge100k();
 Measurement measureMergeGrowth();
 

@@ -8,8 +8,8 @@ namespace tessaly::benchmarks {
 
 /// Shows a document until its first frame and prints the milliseconds since a time of the monotonic clock (in
 /// nanoseconds), the peak resident memory in KiB, the rows of a list that the frame showed and the
-/// milliseconds of processor time from making the QML engine on. With `needsRows` frames without a row don't
-/// count.
+/// milliseconds of processor time from making the QML engine on. With `needsRows` it isn't the first frame
+/// until it shows a row.
 int showFirstFrame(QLatin1String document, bool needsRows, std::int64_t startNs);
 
 /// Turns pages of the interface's list and of a plain one with as many rows to a page, in turns, by the page

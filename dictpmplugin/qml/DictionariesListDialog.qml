@@ -35,8 +35,8 @@ DialogContainer {
                 DictionariesListModel.index(chosen, 0)).row)
     }
 
-    // Whenever there may be a list to be seen. Its rows come late in the turn: each reset would make all of them anew, and
-    // the last one of a new model is as late.
+    // For whenever the list may come into sight. It gets its rows late in the turn, since each reset before would make all
+    // of them anew, and a proxy model that is new resets itself once more as late as that.
     function begin() {
         list.model = null
         Qt.callLater(list.showRows) // qmllint disable

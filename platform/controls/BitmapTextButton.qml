@@ -26,6 +26,8 @@ PushButton {
         color: control.held ? GlobalValues.defaultHoveredColor : "transparent"
         radius: GlobalValues.listElementHoverFrameBorderRadius
     }
+
+    // A type of its own, since an id within it would have the item made at once, even if another is set.
     component IconLabel: Item {
         id: root
 

@@ -18,9 +18,9 @@ public:
 
     void write(std::string_view data);
 
-    /// Throws std::runtime_error unless the finished file is a package whose manifest has this SHA-256; empty
-    /// isn't checked. The manifest vouches for the rest, which whoever unpacks it holds against it: so each
-    /// byte is hashed once.
+    /// Throws std::runtime_error unless the finished file is a package whose manifest has this SHA-256; with
+    /// an empty one nothing is checked. The manifest vouches for the other files, which whoever unpacks them
+    /// holds against it: so each byte is hashed once.
     void check(const std::string& manifestSha256) const;
     /// Gives the finished file its name.
     void publish();

@@ -24,8 +24,8 @@ public:
     /// Goes on to the next dictionary and returns its index in the manifest; nothing at the end.
     [[nodiscard]] std::optional<std::size_t> nextFile();
 
-    /// The next piece of the current file, which stays until the next call; empty at its end. Throws a
-    /// Failure.
+    /// The next piece of the current file, which stays until the next call; empty at the file's end. Throws
+    /// a Failure.
     [[nodiscard]] std::string_view read();
 
 private:

@@ -20,8 +20,8 @@ constexpr int reduction = 4;       ///< of stored pictures, each way
 constexpr int cell = 8;            ///< what is compared, in pixels of a stored picture
 constexpr int mostDifference = 40; ///< of a cell's grey values, on average
 
-/// Each as "role|name|description", or "role|name|rising" if its value has room to; what is hidden is left
-/// out.
+/// Each as "role|name|description", or "role|name|rising" if it has a value that isn't at its maximum.
+/// Without what is hidden.
 void collectAccessible(QAccessibleInterface& parent, QStringList& found) {
     for (int i = 0; i < parent.childCount(); ++i) {
         QAccessibleInterface* const child = parent.child(i);

@@ -36,8 +36,8 @@ public:
     /// known of the file beforehand stands in the URL's fragment ("#size=BYTES&manifest_sha256=HEX", either
     /// may be missing) and is checked, as is the length that the response announces. A transfer that breaks
     /// off goes on where it was, three times, a second later each, if the server names the file by an ETag
-    /// and it is still the same. `flags` is 0. `text` labels the download in the log. No name leaves the
-    /// folder.
+    /// and it is still the same. `flags` is 0. `text` labels the download in the log. A name that leads out
+    /// of the folder is refused.
     bool Download(const std::string& url, const std::string& path, int flags, const std::string& text);
 
     /// Any thread. `active` says whether a download runs, `text` what it said last (a label or an error),

@@ -17,7 +17,7 @@ inline constexpr std::array<std::string_view, 4> dictionaryFolders = {
 /// A dictionary's name is its file's name without this suffix.
 inline constexpr std::string_view dictionarySuffix = ".tsdict";
 
-/// What a package of dictionaries holds is told by the first of its files with this name, which isn't longer.
+/// The first file of this name in a package tells which dictionaries it holds. It has at most so many bytes.
 inline constexpr std::string_view manifestName = "manifest.json";
 inline constexpr std::size_t maxManifestBytes = std::size_t{1} << 20;
 
