@@ -3,7 +3,7 @@ import QtQuick
 // Keys that act when they are let go. A release belongs to whoever had the focus when the key went down: the item around
 // hands on its presses and releases, and calls `drop` when it loses the focus.
 QtObject {
-    // Which keys: Return and Enter, Left and Right.
+    // Whether it is for Return and Enter, and whether for Left and Right.
     property bool enters: true
     property bool sideways: false
     // Whether a press counts. What isn't counted is consumed all the same.
