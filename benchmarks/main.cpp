@@ -32,7 +32,7 @@ constexpr Benchmark benchmarks[] = {
     {"catalogue-replace", measureCatalogueReplace, 3},
     {"catalogue-list", measureCatalogueList, 1.3},
     {"merge-100k", measureMerge100k, 3},
-    {"merge-growth", measureMergeGrowth, 1.2},
+    {"merge-growth", measureMergeGrowth, 1},
     {"refresh-500", measureRefresh500, 1.2},
     {"download", measureDownload, 0.95, false},
     {"install", measureInstall, 0.7},
