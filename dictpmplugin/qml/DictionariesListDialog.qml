@@ -158,8 +158,6 @@ DialogContainer {
                     return abortMorphConfirmationDialogLazy.close()
                 model = languageHeaderInjectorProxyModel
                 wrapper.scroll()
-                if (wrapper.activeFocus)
-                    wrapper.focusOnFirstElement()
                 settleFocus()
             }
 
